@@ -1,0 +1,19 @@
+#!/usr/bin/env bash
+# Installs a build tree into a scratch prefix and builds an outside program
+# against it twice: through pkg-config and through find_package.
+set -euo pipefail
+build=${1:?build directory}
+root=$(cd "$(dirname "$0")/.." && pwd)
+tmp=$(mktemp -d)
+trap 'rm -rf "$tmp"' EXIT
+cmake --install "$build" --prefix "$tmp/prefix" >/dev/null
+cp "$root/tests/install/outside.cpp" "$tmp/x.cpp"
+PKG_CONFIG_PATH="$tmp/prefix/lib/pkgconfig" \
+  g++ "$tmp/x.cpp" -o "$tmp/x" $(PKG_CONFIG_PATH="$tmp/prefix/lib/pkgconfig" pkg-config --cflags --libs zr_board)
+"$tmp/x"
+mkdir -p "$tmp/cm"
+cp "$root/tests/install/CMakeLists.txt" "$root/tests/install/outside.cpp" "$tmp/cm/"
+cmake -S "$tmp/cm" -B "$tmp/cm/build" -DCMAKE_PREFIX_PATH="$tmp/prefix" >/dev/null
+cmake --build "$tmp/cm/build" >/dev/null
+"$tmp/cm/build/outside"
+echo "install check: pkg-config and find_package builds ran"

@@ -1,0 +1,17 @@
+// Text conversions. Boolean words, compared without regard to case:
+// true: "1", "true", "yes", "on"; false: "0", "false", "no", "off".
+#ifndef ZR_COMMON_HUTCONVERT_H
+#define ZR_COMMON_HUTCONVERT_H
+
+#include <string>
+
+class HUTConvert {
+public:
+    static bool stringToBoolean(const std::string& text, bool& out, bool strict = true);
+    // Not a boolean word: false.
+    static bool toBool(const std::string& text);
+    // The whole text must be a number (blanks around it allowed).
+    static bool stringToFloat(const std::string& text, double& out);
+};
+
+#endif
