@@ -42,7 +42,8 @@ public:
     static void sendMessage(const ComMsgMgrInstance& msg);
     static void sendMsgString(const char* idText, MsgMask mask, const char* scope);
 
-    // Debug channels: switched on by ZR_DEBUG (comma separated) or here.
+    // Debug channels: switched on by ZR_DEBUG (comma separated; "*" or "all" for
+    // every channel), read once on first use, or here.
     static bool hasScope(const char* channel);
     static void enableScope(const std::string& channel, bool on = true);
 
@@ -58,6 +59,8 @@ public:
 
     // Our English text for a catalogue id such as "49-69", or null when unknown.
     static const char* catalogueText(const std::string& id);
+    // The placeholders that an id's callers send ("%s%d%s"), or null when unknown.
+    static const char* catalogueFormat(const std::string& id);
     // Every id of the catalogue, in catalogue order.
     static std::vector<std::string> catalogueIds();
 };

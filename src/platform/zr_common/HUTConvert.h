@@ -7,6 +7,8 @@
 
 class HUTConvert {
 public:
+    // strict: the text must be the word itself; otherwise blanks around it are allowed.
+    // Leaves out alone when the text is no boolean word.
     static bool stringToBoolean(const std::string& text, bool& out, bool strict = true);
     // Not a boolean word: false.
     static bool toBool(const std::string& text);

@@ -1,0 +1,36 @@
+#include "xp_format.h"
+
+#include <fstream>
+
+#include <boost/iostreams/device/file.hpp>
+#include <boost/iostreams/filter/gzip.hpp>
+
+namespace isl {
+namespace iostreams {
+namespace xp {
+
+bool is_xp_format(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    if (!in)
+        return false;
+    unsigned char magic[2] = {0, 0};
+    in.read(reinterpret_cast<char*>(magic), 2);
+    return in.gcount() == 2 && magic[0] == 0x1f && magic[1] == 0x8b;
+}
+
+}  // namespace xp
+
+void xp_autodetect::operator()(const std::string& path,
+                               boost::iostreams::filtering_stream<boost::iostreams::input>& in) const {
+    in.push(boost::iostreams::gzip_decompressor());
+    boost::iostreams::file_source file(path, std::ios::in | std::ios::binary);
+    bool opened = file.is_open();
+    // The chain is completed either way, so that the stream stays usable; the
+    // failed state is what tells the caller that the file could not be read.
+    in.push(file);
+    if (!opened)
+        in.setstate(std::ios::failbit);
+}
+
+}  // namespace iostreams
+}  // namespace isl
