@@ -1,0 +1,128 @@
+// Runs the built zrboard for the `show` tests and inspects its JSON output
+// with python3's own parser.
+#ifndef ZR_TESTS_SHOW_TOOL_RUN_H
+#define ZR_TESTS_SHOW_TOOL_RUN_H
+
+#include <sys/wait.h>
+
+#include <boost/filesystem.hpp>
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace showtest {
+
+namespace fs = boost::filesystem;
+
+struct Run {
+    int status = -1;
+    std::string out;
+    std::string err;
+};
+
+inline std::string quote(const std::string& s) {
+    std::string q = "'";
+    for (char c : s)
+        q += (c == '\'') ? std::string("'\\''") : std::string(1, c);
+    return q + "'";
+}
+
+inline std::string readFile(const fs::path& p) {
+    std::ifstream in(p.string(), std::ios::binary);
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+inline void writeFile(const fs::path& p, const std::string& text) {
+    std::ofstream out(p.string(), std::ios::binary);
+    out << text;
+}
+
+// Runs `command` through the shell; standard error goes to a file of its own.
+inline Run shell(const std::string& command) {
+    const fs::path errFile = fs::temp_directory_path() / fs::unique_path("zr_show_err_%%%%%%%%");
+    Run run;
+    FILE* pipe = popen((command + " 2>" + quote(errFile.string())).c_str(), "r");
+    if (!pipe)
+        return run;
+    char buf[4096];
+    std::size_t n;
+    while ((n = fread(buf, 1, sizeof buf, pipe)) > 0)
+        run.out.append(buf, n);
+    const int rc = pclose(pipe);
+    run.status = WIFEXITED(rc) ? WEXITSTATUS(rc) : -1;
+    run.err = readFile(errFile);
+    fs::remove(errFile);
+    return run;
+}
+
+inline Run zrboard(const std::vector<std::string>& args) {
+    std::string cmd = quote(ZR_ZRBOARD_BIN);
+    for (const std::string& a : args)
+        cmd += " " + quote(a);
+    return shell(cmd);
+}
+
+// Loads `json` with python3 into `d` and prints one line per expression, for
+// example "d['name']". Exit status 0 only when the text is valid JSON and
+// every expression could be evaluated.
+inline Run queryJson(const std::string& json, const std::vector<std::string>& expressions) {
+    const fs::path file = fs::temp_directory_path() / fs::unique_path("zr_show_json_%%%%%%%%");
+    writeFile(file, json);
+    std::string cmd = "python3 -c " +
+                      quote("import json,sys\n"
+                            "d = json.load(open(sys.argv[1], encoding='utf-8'))\n"
+                            "for e in sys.argv[2:]:\n"
+                            "    print(eval(e))\n") +
+                      " " + quote(file.string());
+    for (const std::string& e : expressions)
+        cmd += " " + quote(e);
+    Run run = shell(cmd);
+    fs::remove(file);
+    return run;
+}
+
+inline std::vector<std::string> lines(const std::string& text) {
+    std::vector<std::string> result;
+    std::istringstream in(text);
+    std::string line;
+    while (std::getline(in, line))
+        result.push_back(line);
+    return result;
+}
+
+inline bool hasLine(const std::string& text, const std::string& line) {
+    for (const std::string& l : lines(text))
+        if (l == line)
+            return true;
+    return false;
+}
+
+inline std::string boardDir(const std::string& relative) {
+    return std::string(ZR_TEST_DATA_DIR) + "/boards/" + relative;
+}
+
+// A fresh directory under the temporary directory, removed with the object.
+class TempDir {
+public:
+    TempDir() : m_path(fs::temp_directory_path() / fs::unique_path("zr_show_%%%%%%%%")) {
+        fs::create_directories(m_path);
+    }
+    ~TempDir() {
+        boost::system::error_code ec;
+        fs::remove_all(m_path, ec);
+    }
+    TempDir(const TempDir&) = delete;
+    TempDir& operator=(const TempDir&) = delete;
+    const fs::path& path() const { return m_path; }
+
+private:
+    fs::path m_path;
+};
+
+}  // namespace showtest
+
+#endif
