@@ -3,8 +3,6 @@
 #ifndef ZR_TESTS_SHOW_TOOL_RUN_H
 #define ZR_TESTS_SHOW_TOOL_RUN_H
 
-#include <sys/wait.h>
-
 #include <boost/filesystem.hpp>
 #include <cstdio>
 #include <fstream>
@@ -12,22 +10,15 @@
 #include <string>
 #include <vector>
 
+#include "tool_run.h"
+
 namespace showtest {
 
 namespace fs = boost::filesystem;
 
-struct Run {
-    int status = -1;
-    std::string out;
-    std::string err;
-};
+using Run = ToolRun;
 
-inline std::string quote(const std::string& s) {
-    std::string q = "'";
-    for (char c : s)
-        q += (c == '\'') ? std::string("'\\''") : std::string(1, c);
-    return q + "'";
-}
+inline std::string quote(const std::string& s) { return shellQuote(s); }
 
 inline std::string readFile(const fs::path& p) {
     std::ifstream in(p.string(), std::ios::binary);
@@ -41,30 +32,9 @@ inline void writeFile(const fs::path& p, const std::string& text) {
     out << text;
 }
 
-// Runs `command` through the shell; standard error goes to a file of its own.
-inline Run shell(const std::string& command) {
-    const fs::path errFile = fs::temp_directory_path() / fs::unique_path("zr_show_err_%%%%%%%%");
-    Run run;
-    FILE* pipe = popen((command + " 2>" + quote(errFile.string())).c_str(), "r");
-    if (!pipe)
-        return run;
-    char buf[4096];
-    std::size_t n;
-    while ((n = fread(buf, 1, sizeof buf, pipe)) > 0)
-        run.out.append(buf, n);
-    const int rc = pclose(pipe);
-    run.status = WIFEXITED(rc) ? WEXITSTATUS(rc) : -1;
-    run.err = readFile(errFile);
-    fs::remove(errFile);
-    return run;
-}
+inline Run shell(const std::string& command) { return runCommand(command); }
 
-inline Run zrboard(const std::vector<std::string>& args) {
-    std::string cmd = quote(ZR_ZRBOARD_BIN);
-    for (const std::string& a : args)
-        cmd += " " + quote(a);
-    return shell(cmd);
-}
+inline Run zrboard(const std::vector<std::string>& args) { return zrboardRun(args); }
 
 // Loads `json` with python3 into `d` and prints one line per expression, for
 // example "d['name']". Exit status 0 only when the text is valid JSON and

@@ -26,7 +26,7 @@ inline std::string shellQuote(const std::string& s) {
     return q + "'";
 }
 
-// `input`, when given, is fed to the command's standard input from a file.
+// Runs a shell command; standard error goes to a file of its own.
 inline ToolRun runCommand(const std::string& command) {
     namespace fs = boost::filesystem;
     const fs::path errFile = fs::temp_directory_path() / fs::unique_path("zrboard_err_%%%%%%%%");

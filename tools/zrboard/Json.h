@@ -3,6 +3,9 @@
 #ifndef ZRBOARD_JSON_H
 #define ZRBOARD_JSON_H
 
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -42,6 +45,20 @@ public:
         return *this;
     }
     JsonWriter& value(int v) { return value(static_cast<long long>(v)); }
+    // Shortest text that reads back as the same double; no JSON number for NaN or infinity.
+    JsonWriter& value(double v) {
+        if (!std::isfinite(v))
+            return null();
+        separate();
+        char buf[32];
+        for (int precision = 15; precision <= 17; ++precision) {
+            snprintf(buf, sizeof buf, "%.*g", precision, v);
+            if (std::strtod(buf, nullptr) == v)
+                break;
+        }
+        m_out << buf;
+        return *this;
+    }
     JsonWriter& value(unsigned long v) { return value(static_cast<long long>(v)); }
     JsonWriter& null() {
         separate();

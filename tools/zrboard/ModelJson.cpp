@@ -42,7 +42,7 @@ public:
     void board(const HBOBoard& b);
 
 private:
-    void floatField(const std::string& k, double v) { m_json.field(k, show::formatFloat(v)); }
+    void floatField(const std::string& k, double v) { m_json.field(k, v); }
     void stringMap(const std::string& k, const std::map<std::string, std::string>& map) {
         m_json.key(k).beginObject();
         for (const auto& kv : map)

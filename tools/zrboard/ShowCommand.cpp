@@ -40,7 +40,9 @@ int runShow(const Command& self, const std::vector<std::string>& args) {
     HBOParser parser;
     // The reader's messages reach standard error through the message manager.
     if (!parser.parseFile(file, board.get())) {
-        std::cerr << kToolName << ": show: cannot read a board from '" << file << "'\n";
+        // Without validation the reader keeps its detailed messages to itself; check shows them.
+        std::cerr << kToolName << ": show: cannot read a board from '" << file << "' (run '" << kToolName
+                  << " check PATH' for the details)\n";
         return kExitFailure;
     }
     // A schema 1 board is shown in the shape the rest of the system sees; the

@@ -120,7 +120,7 @@ void writeMode(Outline& o, int depth, const HBOComponentMode& mode) {
     for (const auto& kv : mode.getInterfaces())
         intfs.push_back(std::to_string(kv.first) + " " + kv.second.first + (kv.second.second ? " (optional)" : ""));
     o.field(depth + 1, "Interfaces", HBOBoardUtils::join(intfs, ", "));
-    if (o.section(depth + 1, "Preferred IPs", mode.getPreferredIps().size()))
+    if (!mode.getPreferredIps().empty() && o.section(depth + 1, "Preferred IPs", mode.getPreferredIps().size()))
         for (const HBOBusIfPreference* pref : mode.getPreferredIps())
             if (pref)
                 o.line(depth + 2, preferredIpLine(*pref, false));
@@ -212,7 +212,7 @@ std::string pinLine(const HBOPinProps& pin) {
     for (const auto& kv : pin.getIOBankPropertyList())
         props.push_back("iobank." + kv.first + " " + kv.second);
     for (const auto& kv : pin.getIntfPortMap())
-        props.push_back("used by " + kv.first + "." + kv.second);
+        props.push_back("used by " + kv.first + "[" + kv.second + "]");
     if (!props.empty())
         text += ": " + HBOBoardUtils::join(props, ", ");
     return text;
@@ -231,11 +231,14 @@ struct ConstraintLine : boost::static_visitor<std::string> {
     }
 };
 
-void writeComponentDetails(Outline& o, int depth, const HBOBoardComponent& c) {
+void writeComponentDetails(Outline& o, int depth, const HBOBoard& board, const HBOBoardComponent& c) {
     o.field(depth, "Name", c.getName());
     o.field(depth, "Display name", c.getDisplayName());
     o.field(depth, "Description", c.getDescription());
-    o.field(depth, "Long description", c.getLongDesc());
+    // The reader hands the board's long description down to every component;
+    // repeating it under each one would drown the outline.
+    if (c.getLongDesc() != board.getLongDesc())
+        o.field(depth, "Long description", c.getLongDesc());
     o.field(depth, "Sub type", c.getSubType());
     o.field(depth, "Major group", c.getMajorGroup());
     o.field(depth, "Vendor", c.getVendor());
@@ -278,26 +281,28 @@ void writeComponentDetails(Outline& o, int depth, const HBOBoardComponent& c) {
     }
 }
 
-void writeComponent(Outline& o, int depth, const HBOBoardComponent& c) {
+// Sections a component lacks are left out: most components have no pins or
+// interfaces of their own, and "none" under each would only add noise.
+void writeComponent(Outline& o, int depth, const HBOBoard& board, const HBOBoardComponent& c) {
     std::string head = c.getComponentName() + ": " + (c.getType().empty() ? "?" : c.getType());
     if (!c.getPartName().empty())
         head += ", part " + c.getPartName();
     o.line(depth, head + ", enabled " + c.getIsEnabled());
-    writeComponentDetails(o, depth + 1, c);
+    writeComponentDetails(o, depth + 1, board, c);
     if (!c.getParameters().empty())
         writeParameters(o, depth + 1, c.getParameters());
     if (!c.getImages().empty())
         writeImages(o, depth + 1, c.getImages());
-    if (o.section(depth + 1, "Modes", c.getComponentModes().size()))
+    if (!c.getComponentModes().empty() && o.section(depth + 1, "Modes", c.getComponentModes().size()))
         for (const HBOComponentMode* mode : c.getComponentModes())
             if (mode)
                 writeMode(o, depth + 2, *mode);
-    if (o.section(depth + 1, "Interfaces", c.getBusIfMap().size()))
+    if (!c.getBusIfMap().empty() && o.section(depth + 1, "Interfaces", c.getBusIfMap().size()))
         for (const auto& kv : c.getBusIfMap())
             if (kv.second)
                 writeInterface(o, depth + 2, *kv.second);
     const std::vector<const HBOPinProps*> pins = show::pinsByIndex(c);
-    if (o.section(depth + 1, "Pins", pins.size()))
+    if (!pins.empty() && o.section(depth + 1, "Pins", pins.size()))
         for (const HBOPinProps* pin : pins)
             o.line(depth + 2, pinLine(*pin));
 }
@@ -362,19 +367,21 @@ void writePresetMap(Outline& o, int depth, const std::string& title, const HBOBo
     }
 }
 
+std::string phaseCount(int n) { return std::to_string(n) + (n == 1 ? " phase" : " phases"); }
+
 void writePowerRail(Outline& o, int depth, const HBOPowerRail& rail) {
     std::vector<std::string> notes;
     if (rail.isDirect())
         notes.push_back("direct");
     if (rail.isPhasedRail())
-        notes.push_back(std::to_string(rail.getNumPhases()) + " phases");
+        notes.push_back(phaseCount(rail.getNumPhases()));
     o.line(depth, rail.getName() + (notes.empty() ? "" : " (" + HBOBoardUtils::join(notes, ", ") + ")"));
     for (const std::string& member : rail.getMemberNames()) {
         std::string text = (rail.isSupply(member) ? "supply " : "rail ") + member;
         const auto& phases = rail.getMemberPhases();
         auto it = phases.find(member);
         if (it != phases.end())
-            text += ", " + std::to_string(it->second) + " phases";
+            text += ", " + phaseCount(it->second);
         o.line(depth + 1, text);
     }
 }
@@ -407,7 +414,8 @@ void writeIdentity(Outline& o, const HBOBoard& board) {
     o.field(1, "Revisions", HBOBoardUtils::join(revisions, ", "));
     o.field(1, "Current revision", board.getBoardRevision());
     o.field(1, "Description", board.getDescription());
-    o.field(1, "Long description", board.getLongDesc());
+    if (board.getLongDesc() != board.getDescription())
+        o.field(1, "Long description", board.getLongDesc());
     o.field(1, "URL", board.getSpecUrl());
     o.field(1, "Preset file", board.getPresetFile());
     o.field(1, "Board image", board.getBoardImage());
@@ -452,7 +460,7 @@ void writeBoardOutline(std::ostream& out, const HBOBoard& board) {
     if (o.section(0, "Components", components.size()))
         for (const auto& kv : components)
             if (kv.second)
-                writeComponent(o, 1, *kv.second);
+                writeComponent(o, 1, board, *kv.second);
 
     if (o.section(0, "Connections", board.getBuses().size()))
         for (const HBOBoardBus* bus : board.getBuses())

@@ -320,6 +320,8 @@ std::shared_ptr<HXMLWElement> parse(const char* data, std::size_t size, const ch
         for (const char* p = systemId; *p; ++p)
             sys += static_cast<char16_t>(static_cast<unsigned char>(*p));
         xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(data), size, sys.c_str());
+        // The text outlives the parse: no second copy of it.
+        source.setCopyBufToStream(false);
         try {
             st->reader->parse(source);
         } catch (...) {

@@ -5,6 +5,7 @@
 
 #include <boost/algorithm/string.hpp>
 
+#include "HBOCase.h"
 #include "HBOBoard.h"
 #include "HBOBoardComponent.h"
 #include "HBOBoardUtils.h"
@@ -24,7 +25,7 @@ std::string subTypeFromName(const std::string& interfaceName) {
         {"led", "led"},         {"lcd", "lcd"},           {"switch", "switch"}, {"gpio_sw", "switch"},
         {"sws", "switch"},      {"button", "push_button"}, {"btns", "push_button"},
     };
-    const std::string name = boost::algorithm::to_lower_copy(interfaceName, std::locale::classic());
+    const std::string name = HBOCase::lower(interfaceName);
     for (const auto& row : table)
         if (name.find(row[0]) != std::string::npos)
             return row[1];

@@ -1,3 +1,4 @@
+#include "HBOCase.h"
 #include "HBOPartParser.h"
 
 #include <cstdlib>
@@ -27,8 +28,7 @@ namespace {
 
 // Element names of schema 1 files are matched without regard to case.
 bool isNamed(const HXMLWElement* e, const char* name) {
-    return e && boost::algorithm::iequals(HBOBoardUtils::valueOrEmpty(e->getTagName()), name,
-                                          std::locale::classic());
+    return e && HBOCase::iequals(HBOBoardUtils::valueOrEmpty(e->getTagName()), name);
 }
 
 std::string attr(const HXMLWElement* e, const char* name) { return HBOBoardUtils::valueOrEmpty(e->getAttribute(name)); }

@@ -1,0 +1,151 @@
+// Construction, identity, revisions, presets and the plain additions of a board.
+#include "HBOBoard.h"
+
+#include <locale>
+
+#include <boost/algorithm/string/case_conv.hpp>
+#include <boost/algorithm/string/trim.hpp>
+
+#include "HBOBoardBus.h"
+#include "HBOBoardComponent.h"
+#include "HBOBoardDB.h"
+#include "HBOImage.h"
+#include "HBOIpPreset.h"
+#include "HBOJumper.h"
+#include "HBONativeCacheHook.h"
+#include "HBOParameter.h"
+
+HBOBoard::HBOBoard() {}
+
+HBOBoard::~HBOBoard() {
+    HBONativeCacheHook::remove(this);
+    for (HBOParameter* p : m_parameters)
+        delete p;
+    m_parameters.clear();
+    for (auto& entry : m_components)
+        delete entry.second;
+    m_components.clear();
+    m_activePart = nullptr;
+    for (HBOBoardBus* b : m_buses)
+        delete b;
+    m_buses.clear();
+    // Jumpers, images and presets are only held: their lists are dropped
+    // without deleting what they point to, except for the board's own clones.
+    m_jumpers.clear();
+    m_images.clear();
+    m_ipPresets.clear();
+    m_ipAssocInterfaces.clear();
+    for (HBOJumper* j : m_clonedJumpers)
+        delete j;
+    for (HBOImage* i : m_clonedImages)
+        delete i;
+    for (HBOIpPreset* p : m_clonedPresets)
+        delete p;
+}
+
+void HBOBoard::setName(const std::string& vendor, const std::string& boardName, const std::string& version) {
+    const std::locale& classic = std::locale::classic();
+    m_vendor = boost::algorithm::to_lower_copy(vendor, classic);
+    m_boardName = boost::algorithm::to_lower_copy(boardName, classic);
+    m_version = version;
+    m_name = m_vendor + ":" + m_boardName + ":" + boost::algorithm::to_lower_copy(version, classic);
+}
+
+void HBOBoard::setUserDefinedFlag(bool flag) {
+    m_userDefined = flag;
+    if (HBOBoardComponent* part = getActivePart())
+        part->setUserDefinedFlag(flag);
+}
+
+void HBOBoard::setChangeLogFilename(const std::string& file) {
+    m_changeLogFilename = file;
+    if (HBOBoardComponent* part = getActivePart())
+        part->setBoardChangeLogFilename(file);
+}
+
+void HBOBoard::setBoardFile(const std::string& file) {
+    m_boardFile = file;
+    if (HBOBoardComponent* part = getActivePart())
+        part->setBoardFile(file);
+}
+
+void HBOBoard::setRepository(const std::string& repository) {
+    m_repository = repository;
+    if (HBOBoardComponent* part = getActivePart())
+        part->setRepository(repository);
+}
+
+void HBOBoard::setCompatibleBoardRevisions(const std::map<int, std::string>& revisions) {
+    m_compatibleRevisions = revisions;
+    if (m_compatibleRevisions.empty())
+        m_boardRevision.clear();
+    else
+        m_boardRevision = boost::algorithm::trim_copy_if(m_compatibleRevisions.rbegin()->second,
+                                                         boost::algorithm::is_space(std::locale::classic()));
+}
+
+void HBOBoard::getCompatibleBoardRevisionsAsVec(std::vector<std::string>& out) const {
+    out.clear();
+    for (const auto& entry : m_compatibleRevisions)
+        out.push_back("{" + std::to_string(entry.first) + " " + entry.second + "}");
+}
+
+void HBOBoard::setIpPreset(const std::string& key, const std::vector<HBOIpPreset*>& presets) {
+    if (key.empty())
+        return;
+    m_ipPresets[boost::algorithm::to_upper_copy(key, std::locale::classic())] = presets;
+}
+
+void HBOBoard::setIpAssociatedInterface(const std::string& key, const std::vector<HBOIpPreset*>& presets) {
+    if (key.empty())
+        return;
+    m_ipAssocInterfaces[boost::algorithm::to_upper_copy(key, std::locale::classic())] = presets;
+}
+
+std::vector<HBOIpPreset*> HBOBoard::findPresetProc(const std::string& name) const {
+    if (name.empty())
+        return std::vector<HBOIpPreset*>();
+    auto it = m_ipPresets.find(boost::algorithm::to_upper_copy(name, std::locale::classic()));
+    if (it == m_ipPresets.end())
+        return std::vector<HBOIpPreset*>();
+    return it->second;
+}
+
+void HBOBoard::addBoardComponent(HBOBoardComponent* component) {
+    if (!component)
+        return;
+    // A component of an equal name is replaced, not deleted: whoever added it keeps it.
+    m_components[component->getComponentName()] = component;
+}
+
+void HBOBoard::getBoardComponentsVec(std::vector<HBOBoardComponent*>& out) const {
+    for (const auto& entry : m_components)
+        out.push_back(entry.second);
+}
+
+HBOBoardComponent* HBOBoard::getActivePart() {
+    if (!m_activePart)
+        m_activePart = findFpgaComponent();
+    return m_activePart;
+}
+
+HBOBoardComponent* HBOBoard::getActivePart() const {
+    // The lazy fill is a cache of a pure look-up, so it is allowed on a const board.
+    if (!m_activePart)
+        m_activePart = findFpgaComponent();
+    return m_activePart;
+}
+
+void HBOBoard::saveBoard() {
+    if (m_store)
+        m_store->saveBoard(this);
+}
+
+void HBOBoard::addConnectedBoard(const std::string& id, const std::string& aliasName) {
+    m_connectedBoards[id] = aliasName;
+}
+
+void HBOBoard::addConnectedComponents(const std::string& boardA, const std::string& compA,
+                                      const std::string& boardB, const std::string& compB) {
+    m_connectedComponents[boardA + "#" + compA] = boardB + "#" + compB;
+}

@@ -1,0 +1,88 @@
+// A physical port of a board interface and the FPGA pins behind it.
+//
+// Ownership: an interface holds its ports without deleting them, and a component's
+// model port map does not own them either; a reader that gives up on a port deletes
+// it. Every port that is still alive when the process ends is freed then (see
+// HBOModelPort.cpp), so that nothing a caller can reach ever dangles.
+#ifndef HBOMODELPORT_H
+#define HBOMODELPORT_H
+
+#include <map>
+#include <string>
+#include <vector>
+
+class HBOBusIf;
+class HBOPinProps;
+
+class HBOModelPort {
+public:
+    HBOModelPort();
+    ~HBOModelPort();
+    HBOModelPort(const HBOModelPort&) = delete;
+    HBOModelPort& operator=(const HBOModelPort&) = delete;
+
+    const std::string& getName() const { return m_name; }
+    bool getName(std::string& out) const;
+    bool setName(const std::string& name);
+
+    const std::string& getPortDir() const { return m_direction; }
+    bool getPortDir(std::string& out) const;
+    bool setDirection(const std::string& direction);
+
+    bool isPortOfTypeVec() const { return m_isVector; }
+    bool setIsVector(bool isVector);
+
+    // Bounds of a vector port; false (and -1 for a scalar port) when not known.
+    bool getPortVecLeft(int& out) const;
+    bool getPortVecRight(int& out) const;
+    // 1 for a scalar port, |left - right| + 1 for a vector, -1 when a bound is unset.
+    // Always true.
+    bool getPortWidth(int& out) const;
+    bool setRange(int left, int right);
+
+    bool setOwnerBusIf(const std::string& busIfName, const std::string& logicalPort);
+    const std::string& getOwnerBusIf() const { return m_ownerBusIf; }
+    bool getOwnerBusIf(std::string& out) const;
+    const std::string& getBusIfLogicalPortName() const { return m_logicalPortName; }
+    bool getBusIfLogicalPortName(std::string& out) const;
+
+    // Schema 1 pins, one per bit, owned by the port.
+    bool populatePinProps();
+    const std::vector<HBOPinProps*>& getPinPropsSeq() const { return m_pinSeq; }
+    // The port's pins: on a schema 2 board looked up by name on the owning component
+    // and appended; otherwise the port's own pins replace out (false when it has none).
+    bool getPortPropsSeq(std::vector<HBOPinProps*>& out) const;
+    // Appends, in key (text) order of the pin port map, the component pins it names.
+    void getPins(std::vector<HBOPinProps*>& out) const;
+
+    // Index within the port (as text) to FPGA pin name.
+    const std::map<std::string, std::string>& getPinPortMap() const { return m_pinPortMap; }
+    bool addPinPortMap(const std::string& index, const std::string& pin);
+    bool getPinPort(const std::string& index, std::string& out) const;
+    std::string getPinPort(const std::string& index) const;
+    // Rewrites the FPGA pin names found in pinMap, keeps the others.
+    void updatePortPinMap(const std::map<std::string, std::string>& pinMap);
+
+    HBOBusIf* getOwner() const { return m_owner; }
+    void setOwner(HBOBusIf* owner) { m_owner = owner; }
+
+    void display(unsigned int indent = 0) const;
+
+private:
+    friend class HBOBusIf;
+    // Rebase copy made only by the interface copy; the pin sequence stays empty.
+    HBOModelPort(const HBOModelPort& other, HBOBusIf* owner, const std::string& prefix);
+
+    std::string m_name;
+    std::string m_direction;
+    bool m_isVector = false;
+    int m_left = -1;
+    int m_right = -1;
+    std::string m_ownerBusIf;
+    std::string m_logicalPortName;
+    std::vector<HBOPinProps*> m_pinSeq;
+    std::map<std::string, std::string> m_pinPortMap;
+    HBOBusIf* m_owner = nullptr;
+};
+
+#endif

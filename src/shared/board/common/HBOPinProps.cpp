@@ -1,0 +1,235 @@
+#include "HBOCase.h"
+#include "HBOPinProps.h"
+
+#include <cstdio>
+#include <set>
+#include <sstream>
+
+#include <boost/algorithm/string/case_conv.hpp>
+#include <boost/algorithm/string/predicate.hpp>
+
+#include "HBONativeCacheHook.h"
+
+namespace {
+
+std::string lower(const std::string& s) {
+    return HBOCase::lower(s);
+}
+
+const char* const kDiffTerm = "diff_term";
+const char* const kDqsBias = "dqs_bias";
+const char* const kDrive = "drive";
+const char* const kEqualization = "equalization";
+const char* const kIOStandard = "iostandard";
+const char* const kIbufLowPwr = "ibuf_low_pwr";
+const char* const kOdt = "odt";
+const char* const kOutputImpedance = "output_impedance";
+const char* const kPreEmphasis = "pre_emphasis";
+const char* const kSlew = "slew";
+
+}  // namespace
+
+HBOPinProps::HBOPinProps() = default;
+
+HBOPinProps::HBOPinProps(const HBOPinProps& other) = default;
+
+HBOPinProps::HBOPinProps(const HBOPinProps& other, HBOBoardComponent* owner, HBOModelPort* ownerPort)
+    : HBOPinProps(other) {
+    m_owner = owner;
+    m_ownerPort = ownerPort;
+}
+
+HBOPinProps::~HBOPinProps() {
+    HBONativeCacheHook::remove(this);
+}
+
+bool HBOPinProps::getPinIndex(int& out) const {
+    out = m_pinIndex;
+    return true;
+}
+
+bool HBOPinProps::setPinIndex(int index) {
+    m_pinIndex = index;
+    return true;
+}
+
+bool HBOPinProps::setOwner(HBOBoardComponent* owner) {
+    m_owner = owner;
+    return true;
+}
+
+bool HBOPinProps::getOwnerPort(HBOModelPort*& out) const {
+    out = m_ownerPort;
+    return m_ownerPort != nullptr;
+}
+
+bool HBOPinProps::setOwnerPort(HBOModelPort* port) {
+    m_ownerPort = port;
+    return true;
+}
+
+bool HBOPinProps::getName(std::string& out) const {
+    out = m_name;
+    return true;
+}
+
+bool HBOPinProps::setName(const std::string& name) {
+    m_name = name;
+    return true;
+}
+
+bool HBOPinProps::getPinLoc(std::string& out) const {
+    out = m_loc;
+    return true;
+}
+
+bool HBOPinProps::setPinLoc(const std::string& loc) {
+    m_loc = loc;
+    return true;
+}
+
+const std::string& HBOPinProps::getPortProp(const std::string& name) const {
+    // A read creates the entry on purpose: scripts see every property asked for.
+    return m_portProps[lower(name)];
+}
+
+bool HBOPinProps::setPortProp(const std::string& name, const std::string& value) {
+    m_portProps[lower(name)] = value;
+    return true;
+}
+
+const std::vector<std::string>& HBOPinProps::getPortPropNames() {
+    static const std::vector<std::string> names = {
+        "diff_term", "diff_term_adv", "dqs_bias", "drive", "equalization", "ibuf_low_pwr",
+        "iostandard", "lvds_pre_emphasis", "odt", "output_impedance", "pre_emphasis", "pull_type",
+        "slew", "voh", "pcb_min_delay", "pcb_max_delay"};
+    return names;
+}
+
+#define HBO_PIN_NAMED_PROP(Getter, Setter, key)                                \
+    const std::string& HBOPinProps::Getter() const { return getPortProp(key); } \
+    bool HBOPinProps::Getter(std::string& out) const {                         \
+        out = getPortProp(key);                                                \
+        return true;                                                           \
+    }                                                                          \
+    bool HBOPinProps::Setter(const std::string& value) { return setPortProp(key, value); }
+
+HBO_PIN_NAMED_PROP(getPinDiffTerm, setPinDiffTerm, kDiffTerm)
+HBO_PIN_NAMED_PROP(getPinDqsBias, setPinDqsBias, kDqsBias)
+HBO_PIN_NAMED_PROP(getPinDrive, setPinDrive, kDrive)
+HBO_PIN_NAMED_PROP(getPinEqualization, setPinEqualization, kEqualization)
+HBO_PIN_NAMED_PROP(getPinIOStandard, setPinIOStandard, kIOStandard)
+HBO_PIN_NAMED_PROP(getPinIbufLowPwr, setPinIbufLowPwr, kIbufLowPwr)
+HBO_PIN_NAMED_PROP(getPinOdt, setPinOdt, kOdt)
+HBO_PIN_NAMED_PROP(getPinOutputImpedance, setPinOutputImpedance, kOutputImpedance)
+HBO_PIN_NAMED_PROP(getPinPreEmphasis, setPinPreEmphasis, kPreEmphasis)
+HBO_PIN_NAMED_PROP(getPinSlew, setPinSlew, kSlew)
+
+#undef HBO_PIN_NAMED_PROP
+
+bool HBOPinProps::setPinInternalVref(const std::string& value) {
+    m_internalVref = value;
+    return true;
+}
+
+bool HBOPinProps::setGtLoc(const std::string& value) {
+    m_gtLoc = value;
+    return true;
+}
+
+bool HBOPinProps::getIOBankPropertyList(std::map<std::string, std::string>& out) const {
+    out = m_ioBankProps;
+    return true;
+}
+
+std::string HBOPinProps::getIOBankPropertyValue(const std::string& name) const {
+    if (name.empty() || m_ioBankProps.empty())
+        return std::string();
+    for (const auto& kv : m_ioBankProps)
+        if (HBOCase::iequals(kv.first, name))
+            return kv.second;
+    return std::string();
+}
+
+bool HBOPinProps::setIOBankProperty(const std::string& name, const std::string& value) {
+    if (name.empty())
+        return false;
+    m_ioBankProps[name] = value;
+    return true;
+}
+
+bool HBOPinProps::addPartOf(const std::map<std::string, std::string>& partOf) {
+    m_partOf.push_back(partOf);
+    return true;
+}
+
+bool HBOPinProps::addIntfPortMap(const std::string& intf, const std::string& port) {
+    m_intfPortMap[intf] = port;
+    return true;
+}
+
+std::string HBOPinProps::getPortForInterface(const std::string& intf) const {
+    auto it = m_intfPortMap.find(intf);
+    return it == m_intfPortMap.end() ? std::string() : it->second;
+}
+
+bool HBOPinProps::setProp(int index, HBOModelPort* port, const std::string& name, const std::string& loc,
+                          const std::string& diffTerm, const std::string& drive, const std::string& ioStandard,
+                          const std::string& slew, const std::string& outputImpedance,
+                          const std::string& ibufLowPwr, const std::string& odt, const std::string& equalization,
+                          const std::string& preEmphasis, const std::string& dqsBias) {
+    m_name = name;
+    m_loc = HBOCase::upper(loc);
+    m_ownerPort = port;
+    m_pinIndex = index;
+    setPortProp(kDiffTerm, diffTerm);
+    setPortProp(kDrive, drive);
+    setPortProp(kIOStandard, ioStandard);
+    setPortProp(kSlew, slew);
+    setPortProp(kOutputImpedance, outputImpedance);
+    setPortProp(kIbufLowPwr, ibufLowPwr);
+    setPortProp(kOdt, odt);
+    setPortProp(kEqualization, equalization);
+    setPortProp(kPreEmphasis, preEmphasis);
+    setPortProp(kDqsBias, dqsBias);
+    return true;
+}
+
+void HBOPinProps::copyIOPropertiesFrom(const HBOPinProps& other) {
+    if (&other == this)
+        return;
+    if (!other.m_loc.empty())
+        m_loc = other.m_loc;
+    for (const auto& kv : other.m_portProps)
+        if (!kv.second.empty())
+            m_portProps[kv.first] = kv.second;
+    if (!other.m_internalVref.empty())
+        m_internalVref = other.m_internalVref;
+    if (!other.m_gtLoc.empty())
+        m_gtLoc = other.m_gtLoc;
+    for (const auto& kv : other.m_ioBankProps)
+        m_ioBankProps[kv.first] = kv.second;
+}
+
+void HBOPinProps::display(int /*indent*/) const {
+    // The keys printed under their own labels, not again among the rest.
+    static const std::set<std::string> labelled = {kIOStandard, kDrive, kSlew, kDiffTerm};
+    auto valueOf = [this](const char* key) {
+        auto it = m_portProps.find(key);
+        return it == m_portProps.end() ? std::string() : it->second;
+    };
+    std::ostringstream os;
+    os << "Pin - index:" << m_pinIndex << ", name:" << m_name << ", iostd:" << valueOf(kIOStandard);
+    if (hasPinLoc())
+        os << ", loc:" << m_loc;
+    for (const char* key : {kDrive, kSlew, kDiffTerm})
+        if (m_portProps.count(key))
+            os << ", " << key << ":" << valueOf(key);
+    for (const auto& kv : m_portProps)
+        if (!labelled.count(kv.first))
+            os << ", " << kv.first << ":" << kv.second;
+    for (const auto& kv : m_ioBankProps)
+        os << ", iobank." << kv.first << ":" << kv.second;
+    os << "\n";
+    std::fputs(os.str().c_str(), stderr);
+}

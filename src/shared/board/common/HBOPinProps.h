@@ -1,0 +1,129 @@
+// One physical pin of a board component with the I/O properties the board fixes for it.
+#ifndef HBOPINPROPS_H
+#define HBOPINPROPS_H
+
+#include <map>
+#include <string>
+#include <vector>
+
+class HBOBoardComponent;
+class HBOModelPort;
+
+class HBOPinProps {
+public:
+    HBOPinProps();
+    // Copies every field, the owner pointers included.
+    HBOPinProps(const HBOPinProps& other);
+    // As the copy above, then the owner and owner port become the arguments.
+    HBOPinProps(const HBOPinProps& other, HBOBoardComponent* owner, HBOModelPort* ownerPort);
+    HBOPinProps& operator=(const HBOPinProps& other) = default;
+    ~HBOPinProps();
+
+    // Index in the pins file; -1 for the single pin of a scalar schema 1 port.
+    int getPinIndex() const { return m_pinIndex; }
+    bool getPinIndex(int& out) const;
+    bool setPinIndex(int index);
+
+    HBOBoardComponent* getOwner() const { return m_owner; }
+    bool setOwner(HBOBoardComponent* owner);
+
+    HBOModelPort* getOwnerPort() const { return m_ownerPort; }
+    // False when the pin has no owner port.
+    bool getOwnerPort(HBOModelPort*& out) const;
+    bool setOwnerPort(HBOModelPort* port);
+
+    const std::string& getName() const { return m_name; }
+    bool getName(std::string& out) const;
+    bool setName(const std::string& name);
+
+    const std::string& getPinLoc() const { return m_loc; }
+    bool getPinLoc(std::string& out) const;
+    bool setPinLoc(const std::string& loc);
+    bool hasPinLoc() const { return !m_loc.empty(); }
+
+    // Names are lower-cased. A read of an unknown property creates an empty entry.
+    const std::string& getPortProp(const std::string& name) const;
+    bool setPortProp(const std::string& name, const std::string& value);
+    std::map<std::string, std::string> getPortProps() const { return m_portProps; }
+    // The sixteen known port property names, in their fixed order.
+    static const std::vector<std::string>& getPortPropNames();
+
+    const std::string& getPinDiffTerm() const;
+    bool getPinDiffTerm(std::string& out) const;
+    bool setPinDiffTerm(const std::string& value);
+    const std::string& getPinDqsBias() const;
+    bool getPinDqsBias(std::string& out) const;
+    bool setPinDqsBias(const std::string& value);
+    const std::string& getPinDrive() const;
+    bool getPinDrive(std::string& out) const;
+    bool setPinDrive(const std::string& value);
+    const std::string& getPinEqualization() const;
+    bool getPinEqualization(std::string& out) const;
+    bool setPinEqualization(const std::string& value);
+    const std::string& getPinIOStandard() const;
+    bool getPinIOStandard(std::string& out) const;
+    bool setPinIOStandard(const std::string& value);
+    const std::string& getPinIbufLowPwr() const;
+    bool getPinIbufLowPwr(std::string& out) const;
+    bool setPinIbufLowPwr(const std::string& value);
+    const std::string& getPinOdt() const;
+    bool getPinOdt(std::string& out) const;
+    bool setPinOdt(const std::string& value);
+    const std::string& getPinOutputImpedance() const;
+    bool getPinOutputImpedance(std::string& out) const;
+    bool setPinOutputImpedance(const std::string& value);
+    const std::string& getPinPreEmphasis() const;
+    bool getPinPreEmphasis(std::string& out) const;
+    bool setPinPreEmphasis(const std::string& value);
+    const std::string& getPinSlew() const;
+    bool getPinSlew(std::string& out) const;
+    bool setPinSlew(const std::string& value);
+
+    const std::string& getPinInternalVref() const { return m_internalVref; }
+    bool setPinInternalVref(const std::string& value);
+    const std::string& getGtLoc() const { return m_gtLoc; }
+    bool setGtLoc(const std::string& value);
+
+    bool getIOBankPropertyList(std::map<std::string, std::string>& out) const;
+    const std::map<std::string, std::string>& getIOBankPropertyList() const { return m_ioBankProps; }
+    // Case-insensitive name; empty when unknown.
+    std::string getIOBankPropertyValue(const std::string& name) const;
+    bool setIOBankProperty(const std::string& name, const std::string& value);
+
+    bool addPartOf(const std::map<std::string, std::string>& partOf);
+    std::vector<std::map<std::string, std::string>>& getPartOf() { return m_partOf; }
+    const std::vector<std::map<std::string, std::string>>& getPartOf() const { return m_partOf; }
+
+    bool addIntfPortMap(const std::string& intf, const std::string& port);
+    std::map<std::string, std::string>& getIntfPortMap() { return m_intfPortMap; }
+    const std::map<std::string, std::string>& getIntfPortMap() const { return m_intfPortMap; }
+    // The port of the exact interface name, else empty.
+    std::string getPortForInterface(const std::string& intf) const;
+
+    // One step fill used by the schema 1 readers; the location is upper-cased.
+    bool setProp(int index, HBOModelPort* port, const std::string& name, const std::string& loc,
+                 const std::string& diffTerm, const std::string& drive, const std::string& ioStandard,
+                 const std::string& slew, const std::string& outputImpedance, const std::string& ibufLowPwr,
+                 const std::string& odt, const std::string& equalization, const std::string& preEmphasis,
+                 const std::string& dqsBias);
+
+    // Takes over the non-empty I/O facts of other; identity and links stay.
+    void copyIOPropertiesFrom(const HBOPinProps& other);
+
+    void display(int indent) const;
+
+private:
+    int m_pinIndex = 0;
+    HBOBoardComponent* m_owner = nullptr;
+    HBOModelPort* m_ownerPort = nullptr;
+    std::string m_name;
+    std::string m_loc;
+    mutable std::map<std::string, std::string> m_portProps;
+    std::string m_internalVref;
+    std::string m_gtLoc;
+    std::map<std::string, std::string> m_ioBankProps;
+    std::vector<std::map<std::string, std::string>> m_partOf;
+    std::map<std::string, std::string> m_intfPortMap;
+};
+
+#endif

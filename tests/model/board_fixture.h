@@ -1,0 +1,262 @@
+// A small invented evaluation board built in code, for the board tests.
+//
+//   fpga1 (fpga)  --fpga1_ddr  {j1 true}-->  ddr_chip (memory, mode ddr_mode {J1 true})
+//                 --fpga1_leds {j2 true}-->  leds     (chip,   mode led_mode, no dependency)
+//                 --fpga1_fmc1 (none)   -->  fmc1     (connector fmc_hpc)
+//   spare (chip): no connection
+//   jumpers j1 = true, j2 = false
+//
+// fpga1 carries the interfaces ddr4_sdram (of ddr_chip), led_4bits (of leds)
+// and sys_clock (of nothing); fmc1 carries fmc_gpio. The board does not own
+// its jumpers, images and presets, so the fixture keeps them and frees them
+// after the board.
+#ifndef BOARD_FIXTURE_H
+#define BOARD_FIXTURE_H
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "HBOBoard.h"
+#include "HBOBoardBus.h"
+#include "HBOBoardBusNet.h"
+#include "HBOBoardComponent.h"
+#include "HBOBusIf.h"
+#include "HBOComponentMode.h"
+#include "HBOImage.h"
+#include "HBOIpPreset.h"
+#include "HBOJumper.h"
+#include "HBOModelPort.h"
+#include "HBOParameter.h"
+#include "HBOPinProps.h"
+
+namespace board_fixture {
+
+struct FixtureBoard {
+    // Declared before the board so that they outlive it.
+    std::vector<std::unique_ptr<HBOJumper>> jumpers;
+    std::vector<std::unique_ptr<HBOImage>> images;
+    std::vector<std::unique_ptr<HBOIpPreset>> presets;
+    std::unique_ptr<HBOBoard> board;
+
+    HBOBoard& operator*() const { return *board; }
+    HBOBoard* operator->() const { return board.get(); }
+    HBOBoard* get() const { return board.get(); }
+
+    HBOJumper* addJumper(const std::string& name, bool value) {
+        jumpers.emplace_back(new HBOJumper());
+        HBOJumper* j = jumpers.back().get();
+        j->setName(name);
+        j->setDefaultValue(value);
+        j->setOwner(board.get());
+        j->setDescription("jumper " + name);
+        board->addJumper(j);
+        return j;
+    }
+
+    HBOIpPreset* makePreset(const std::string& vlnv, const std::string& ipInterface) {
+        presets.emplace_back(new HBOIpPreset());
+        HBOIpPreset* p = presets.back().get();
+        std::vector<std::string> parts;
+        std::string::size_type start = 0;
+        for (;;) {
+            const std::string::size_type colon = vlnv.find(':', start);
+            parts.push_back(vlnv.substr(start, colon == std::string::npos ? std::string::npos : colon - start));
+            if (colon == std::string::npos)
+                break;
+            start = colon + 1;
+        }
+        parts.resize(4);
+        p->setVendor(parts[0]);
+        p->setLibrary(parts[1]);
+        p->setName(parts[2]);
+        p->setVersion(parts[3]);
+        p->setIpInterface(ipInterface);
+        p->setOwner(board.get());
+        return p;
+    }
+};
+
+inline HBOBoardComponent* addComponent(HBOBoard& board, const std::string& name, const std::string& type,
+                                       const std::string& subType = std::string()) {
+    HBOBoardComponent* c = new HBOBoardComponent();
+    c->setComponentName(name);
+    c->setType(type);
+    c->setSubType(subType);
+    c->setName(board.getVendor(), board.getBoardName(), name, board.getVersion());
+    c->setBoard(&board);
+    board.addBoardComponent(c);
+    return c;
+}
+
+inline HBOBusIf* addInterface(HBOBoardComponent* c, const std::string& name, const std::string& ofComponent) {
+    HBOBusIf* i = new HBOBusIf();
+    i->setName(name);
+    i->setOfComponent(ofComponent);
+    i->setOwnerComponent(c);
+    i->setAbstractTypeVendor("korvelhw");
+    i->setAbstractTypeLibrary("interface");
+    i->setAbstractTypeName(name + "_rtl");
+    i->setAbstractTypeVersion("1.0");
+    c->setBusIf(name, i);
+    return i;
+}
+
+// A port of `busIf` whose pins are the component pins named in `pins`, by position.
+inline HBOModelPort* addPort(HBOBusIf* busIf, const std::string& name, const std::vector<std::string>& pins) {
+    HBOModelPort* port = new HBOModelPort();
+    port->setName(name);
+    port->setOwner(busIf);
+    port->setOwnerBusIf(busIf->getName(), name);
+    for (std::size_t i = 0; i < pins.size(); ++i)
+        port->addPinPortMap(std::to_string(i), pins[i]);
+    busIf->addPort(port);
+    return port;
+}
+
+inline HBOPinProps* addPin(HBOBoardComponent* c, const std::string& name, int index) {
+    HBOPinProps* p = new HBOPinProps();
+    p->setName(name);
+    p->setPinIndex(index);
+    p->setOwner(c);
+    c->addPin(p);
+    return p;
+}
+
+inline HBOBoardBus* addConnection(HBOBoard& board, const std::string& name, const std::string& comp1,
+                                  const std::string& comp2, const std::string& dependency, int nets) {
+    HBOBoardBus* b = new HBOBoardBus();
+    b->setName(name);
+    b->setConnectionName(name);
+    b->setComp1(comp1);
+    b->setComp2(comp2);
+    b->setEnablementDependency(dependency);
+    b->setOwner(&board);
+    b->setStopIndexComp1(nets - 1);
+    b->setStopIndexComp2(nets - 1);
+    for (int i = 0; i < nets; ++i) {
+        HBOBoardBusNet* n = new HBOBoardBusNet();
+        n->setName(name + "_" + std::to_string(i));
+        n->setBoardBus(name);
+        n->setC1PinIndex(i);
+        n->setC2PinIndex(i);
+        n->setOwner(b);
+        b->addBoardBusNet(n);
+    }
+    board.addBus(b);
+    return b;
+}
+
+inline HBOComponentMode* addMode(HBOBoardComponent* c, const std::string& name, const std::string& dependency) {
+    HBOComponentMode* m = new HBOComponentMode();
+    m->setName(name);
+    m->setEnablementDependency(dependency);
+    m->setOwnerComponent(c);
+    c->addComponentMode(m);
+    return m;
+}
+
+// An empty board with only its identity set.
+inline FixtureBoard makeEmptyBoard(const std::string& vendor = "Acme", const std::string& name = "Lynx_Eval",
+                                   const std::string& version = "1.2") {
+    FixtureBoard f;
+    f.board.reset(new HBOBoard());
+    f.board->setName(vendor, name, version);
+    return f;
+}
+
+// The evaluation board drawn at the top of this file.
+inline FixtureBoard makeEvalBoard() {
+    FixtureBoard f = makeEmptyBoard();
+    HBOBoard& b = *f.board;
+    b.setDescription("An invented evaluation board");
+    b.setBoardFile("/repo/acme/lynx_eval/1.2/board.xml");
+    b.addParameter(new HBOParameter("heat_sink", "passive", "string", "", "", "true"));
+    b.addParameter(new HBOParameter("fan", "none", "string", "", "", "false"));
+
+    f.addJumper("j1", true);
+    f.addJumper("j2", false);
+
+    HBOBoardComponent* fpga = addComponent(b, "fpga1", "fpga");
+    fpga->setPartName("xq7a100-csg324-1");
+    fpga->addAdditionalSupportedPart("xq7a200-fbg484-2");
+    fpga->setVLNV("Acme", "Lynx_Lib", "Lynx_Eval", "Rev_B");
+    addInterface(fpga, "ddr4_sdram", "ddr_chip");
+    addInterface(fpga, "led_4bits", "leds");
+    addInterface(fpga, "sys_clock", "");
+    for (int i = 0; i < 4; ++i)
+        addPin(fpga, "P" + std::to_string(i), i);
+
+    HBOBoardComponent* ddr = addComponent(b, "ddr_chip", "memory");
+    addMode(ddr, "ddr_mode", "{J1 true}");
+    HBOBoardComponent* leds = addComponent(b, "leds", "chip");
+    addMode(leds, "led_mode", "");
+    HBOBoardComponent* fmc = addComponent(b, "fmc1", "connector", "fmc_hpc");
+    addInterface(fmc, "fmc_gpio", "");
+    addComponent(b, "spare", "chip");
+
+    addConnection(b, "fpga1_ddr", "fpga1", "ddr_chip", "{j1 true}", 2);
+    addConnection(b, "fpga1_leds", "fpga1", "leds", "{j2 true}", 1);
+    addConnection(b, "fpga1_fmc1", "fpga1", "fmc1", "", 1);
+
+    HBOIpPreset* preset = f.makePreset("korvelhw:ip:mig:2.1", "");
+    preset->setPresetProcName("ddr4_preset");
+    preset->setParam("CONFIG.XML_INPUT_FILE", "mig.prj");
+    b.setIpPreset("ddr4_preset", {preset});
+
+    HBOIpPreset* assoc = f.makePreset("korvelhw:ip:gpio:2.0", "GPIO");
+    assoc->setPresetorAssocIntf("assoc_intf");
+    assoc->setParam("led_4bits", "0");
+    assoc->setParam("fmc_gpio", "1");
+    b.setIpAssociatedInterface("gpio_rule", {assoc});
+    return f;
+}
+
+// A reference board for joining: fpga1 with pins F0, F1, F7; fmc1 (fmc_hpc)
+// whose pins 0 and 1 are wired to F0 and F1; fmc2 (fmc_hpc) with pins 0, 1
+// and 9 wired to F0, F1 and F7; pmod1 (pmod) with pin 0 wired to F0.
+// Connections fpga1-fmc1 and fmc1-fmc2.
+inline FixtureBoard makeCarrierBoard() {
+    FixtureBoard f = makeEmptyBoard("Acme", "Carrier", "1.0");
+    HBOBoard& b = *f.board;
+    b.setBoardSchemaVersion("2.0");
+    HBOBoardComponent* fpga = addComponent(b, "fpga1", "fpga");
+    fpga->setPartName("xq7a100-csg324-1");
+    for (const char* pin : {"F0", "F1", "F7"})
+        addPin(fpga, pin, 100 + pin[1] - '0');
+    HBOBoardComponent* fmc1 = addComponent(b, "fmc1", "connector", "fmc_hpc");
+    addPin(fmc1, "F0", 0);
+    addPin(fmc1, "F1", 1);
+    HBOBoardComponent* fmc2 = addComponent(b, "fmc2", "connector", "fmc_hpc");
+    addPin(fmc2, "F0", 0);
+    addPin(fmc2, "F1", 1);
+    addPin(fmc2, "F7", 9);
+    HBOBoardComponent* pmod = addComponent(b, "pmod1", "connector", "pmod");
+    addPin(pmod, "F0", 0);
+    addConnection(b, "fpga1_fmc1", "fpga1", "fmc1", "", 1);
+    addConnection(b, "fmc1_fmc2", "fmc1", "fmc2", "", 1);
+    return f;
+}
+
+// A daughter board: connector j1 (fmc_lpc) with pins D0, D1, D9 at indices 0,
+// 1, 9; interface gpio on D0 and D1, interface aux on D9; a chip "led" wired
+// to j1 by a connection that needs jumper jd on.
+inline FixtureBoard makeCardBoard(const std::string& version = "1.0") {
+    FixtureBoard f = makeEmptyBoard("Acme", "Card", version);
+    HBOBoard& b = *f.board;
+    b.setBoardSchemaVersion("2.0");
+    HBOBoardComponent* j1 = addComponent(b, "j1", "connector", "fmc_lpc");
+    addPin(j1, "D0", 0)->setPinIOStandard("LVCMOS18");
+    addPin(j1, "D1", 1);
+    addPin(j1, "D9", 9);
+    addPort(addInterface(j1, "gpio", ""), "gpio_io", {"D0", "D1"});
+    addPort(addInterface(j1, "aux", ""), "aux_io", {"D9"});
+    addComponent(b, "led", "chip");
+    f.addJumper("jd", true);
+    addConnection(b, "j1_led", "j1", "led", "{jd true}", 1);
+    return f;
+}
+
+}  // namespace board_fixture
+
+#endif

@@ -1,0 +1,179 @@
+// Shared set-up of the board reader tests: a fresh temporary directory for the
+// files of one case, a parse with HBOBoardParser, the messages delivered on the
+// way, and parameters that are put back after the case.
+#ifndef ZR_TEST_PARSER_FIXTURE_H
+#define ZR_TEST_PARSER_FIXTURE_H
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <boost/filesystem.hpp>
+
+#include "ComMsgMgr.h"
+#include "HBOBoard.h"
+#include "HBOBoardParser.h"
+#include "HBOImage.h"
+#include "HBOIpPreset.h"
+#include "HBOJumper.h"
+#include "HPAParamMgr.h"
+
+class ParserFixture : public ::testing::Test {
+protected:
+    struct Parsed {
+        bool ok = false;
+        bool validated = true;
+    };
+
+    void SetUp() override {
+        namespace fs = boost::filesystem;
+        m_dir = (fs::temp_directory_path() / fs::unique_path("zr-parse-%%%%-%%%%-%%%%")).string();
+        fs::create_directories(m_dir);
+        m_wasPrinting = ComMsgMgr::printToStderr();
+        ComMsgMgr::setPrintToStderr(false);
+        m_listener = ComMsgMgr::addListener([this](const ComMsgMgrInstance& m) { m_messages.push_back(m); });
+        // Every case starts from the defaults, whatever an earlier one set.
+        setParam("board.validateXML", "false");
+        setParam("board.enable2020Checks", "false");
+    }
+
+    void TearDown() override {
+        ComMsgMgr::removeListener(m_listener);
+        ComMsgMgr::setPrintToStderr(m_wasPrinting);
+        HPAParamMgr* mgr = HPAParamMgr::getParamMgr();
+        for (const std::string& name : m_touched)
+            mgr->resetValue(name);
+        for (const std::string& scope : m_scopes)
+            ComMsgMgr::enableScope(scope, false);
+        releaseBoard();
+        boost::system::error_code ec;
+        boost::filesystem::remove_all(m_dir, ec);
+    }
+
+    // Writes `text` to `name` below the case's directory; the full path.
+    std::string write(const std::string& name, const std::string& text) {
+        std::string path = m_dir + "/" + name;
+        boost::filesystem::create_directories(boost::filesystem::path(path).parent_path());
+        std::ofstream out(path, std::ios::binary);
+        out << text;
+        return path;
+    }
+
+    // A board.xml of schema `schema` holding the given root attributes and sections.
+    static std::string boardXml(const std::string& sections, const std::string& rootAttrs = "",
+                                const std::string& schema = "2.1", const std::string& doctype = "") {
+        return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" + doctype +
+               "<board schema_version=\"" + schema + "\" vendor=\"acme\" name=\"tb1\" " + rootAttrs + ">\n" +
+               sections + "\n</board>\n";
+    }
+
+    // The sections every readable board has.
+    static std::string basics(const std::string& version = "1.0") {
+        return "<compatible_board_revisions><revision id=\"0\">1.0</revision></compatible_board_revisions>\n"
+               "<file_version>" + version + "</file_version>\n<description>A test board</description>\n";
+    }
+
+    void setParam(const std::string& name, const std::string& value) {
+        HPAParamMgr::getParamMgr()->setValue(name, value);
+        m_touched.insert(name);
+    }
+
+    void enableScope(const std::string& scope) {
+        ComMsgMgr::enableScope(scope, true);
+        m_scopes.insert(scope);
+    }
+
+    // Parses `file` into a fresh board (kept until the next parse or the end).
+    // `schema`, when given, is set on the board first, as the front door does.
+    Parsed parse(const std::string& file, const std::string& dtdDir = "", const std::string& overrideDir = "",
+                 HBOParsedVLNVs* vlnvs = nullptr, const std::string& schema = "") {
+        releaseBoard();
+        m_board = new HBOBoard();
+        if (!schema.empty())
+            m_board->setBoardSchemaVersion(schema);
+        HBOBoardParser parser;
+        Parsed result;
+        result.ok = parser.parseFile(file, m_board, dtdDir, overrideDir, result.validated, vlnvs);
+        return result;
+    }
+
+    HBOBoard& board() { return *m_board; }
+    const std::string& dir() const { return m_dir; }
+    const std::vector<ComMsgMgrInstance>& messages() const { return m_messages; }
+    void clearMessages() { m_messages.clear(); }
+
+    int count(const std::string& id) const {
+        int n = 0;
+        for (const ComMsgMgrInstance& m : m_messages)
+            n += m.getId() == id;
+        return n;
+    }
+    // The first message of `id`; fails the case when there is none.
+    ComMsgMgrInstance first(const std::string& id) const {
+        for (const ComMsgMgrInstance& m : m_messages)
+            if (m.getId() == id)
+                return m;
+        ADD_FAILURE() << "no message " << id;
+        return ComMsgMgrInstance();
+    }
+    // Second arguments of every @49-69 check message, in order.
+    std::vector<std::string> checkTexts() const {
+        std::vector<std::string> out;
+        for (const ComMsgMgrInstance& m : m_messages)
+            if (m.getId() == "49-69" && m.getArgs().size() == 2)
+                out.push_back(m.getArgs()[1]);
+        return out;
+    }
+    // Ids of the numbered messages, in order of delivery.
+    std::vector<std::string> ids() const {
+        std::vector<std::string> out;
+        for (const ComMsgMgrInstance& m : m_messages)
+            if (!m.getId().empty())
+                out.push_back(m.getId());
+        return out;
+    }
+    // Debug lines of a channel, formatted.
+    std::vector<std::string> debugLines(const std::string& channel) const {
+        std::vector<std::string> out;
+        for (const ComMsgMgrInstance& m : m_messages)
+            if (m.getId().empty() && m.getChannel() == channel)
+                out.push_back(m.getText());
+        return out;
+    }
+
+private:
+    // The board only holds its jumpers, images and presets; a test owns them.
+    void releaseBoard() {
+        if (!m_board)
+            return;
+        std::vector<HBOJumper*> jumpers = m_board->getJumpers();
+        std::vector<HBOImage*> images = m_board->getImages();
+        std::set<HBOIpPreset*> presets;
+        for (const auto& entry : m_board->getIpPresets())
+            presets.insert(entry.second.begin(), entry.second.end());
+        for (const auto& entry : m_board->getIpAssociatedInterfaces())
+            presets.insert(entry.second.begin(), entry.second.end());
+        delete m_board;
+        m_board = nullptr;
+        for (HBOJumper* j : jumpers)
+            delete j;
+        for (HBOImage* i : images)
+            delete i;
+        for (HBOIpPreset* p : presets)
+            delete p;
+    }
+
+    std::string m_dir;
+    bool m_wasPrinting = true;
+    int m_listener = 0;
+    std::vector<ComMsgMgrInstance> m_messages;
+    std::set<std::string> m_touched;
+    std::set<std::string> m_scopes;
+    HBOBoard* m_board = nullptr;
+};
+
+#endif
