@@ -102,13 +102,13 @@ TEST(BoardCopy, ChildrenAreClonesWithTheirNames) {
     EXPECT_EQ(&copy, copy.getBuses()[0]->getOwner());
     EXPECT_EQ(2u, copy.getBuses()[0]->getBoardBusNets().size());
 
-    std::vector<HBOIpPreset*> presets = copy.findPresetProc("ddr4_preset");
+    std::vector<HBOIpPreset*> presets = copy.findPresetProc("ddr_preset");
     ASSERT_EQ(1u, presets.size());
-    EXPECT_NE(src->findPresetProc("ddr4_preset")[0], presets[0]);
+    EXPECT_NE(src->findPresetProc("ddr_preset")[0], presets[0]);
     EXPECT_EQ(&copy, presets[0]->getOwner());
     std::vector<std::string> assoc;
     EXPECT_TRUE(copy.getIpAssocInterfaces("korvelhw:ip:gpio:2.0", "gpio", assoc));
-    EXPECT_EQ((std::vector<std::string>{"fmc_gpio", "led_4bits"}), assoc);
+    EXPECT_EQ((std::vector<std::string>{"fmc_gpio", "user_leds"}), assoc);
 
     // The copy works on its own children.
     copy.getJumpers()[1]->setDefaultValue(true);
@@ -126,7 +126,7 @@ TEST(BoardCopy, ActivePartIsTheFirstFpgaWhateverTheSourceChose) {
     ASSERT_NE(nullptr, copy.getActivePart());
     EXPECT_EQ("fpga1", copy.getActivePart()->getComponentName());
     EXPECT_EQ(copy.findBoardComponent("fpga1"), copy.getActivePart());
-    EXPECT_EQ("xq7a100-csg324-1", copy.getBoardPartName());
+    EXPECT_EQ("zr5100-pk324-1", copy.getBoardPartName());
 }
 
 TEST(BoardCopy, PinTableOfTheCopyStillShowsTheSourcePins) {

@@ -42,7 +42,7 @@ TEST(BoardDisplay, ChildrenInOrderAndPresetIndents) {
     const std::size_t jumpers = text.find("--Jumpers:\n--Jumper - name:j1, default_value:true");
     const std::size_t components = text.find("--Components:\n--Component - name:acme:lynx_eval:ddr_chip:1.2");
     const std::size_t connections = text.find("--Connections:\n--Connection - name:fpga1_ddr");
-    const std::size_t presets = text.find("\nPresets:\n--Preset Name:DDR4_PRESET\n  Name : mig\n");
+    const std::size_t presets = text.find("\nPresets:\n--Preset Name:DDR_PRESET\n  Name : memctl\n");
     const std::size_t assoc = text.find("\nIP Associated Presets:\n--Preset Name:GPIO_RULE\n    Name : gpio\n");
     ASSERT_NE(std::string::npos, params) << text;
     ASSERT_NE(std::string::npos, jumpers) << text;

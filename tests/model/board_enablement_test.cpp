@@ -134,14 +134,14 @@ TEST(BoardEnablement, EvalBoardComponentsInterfacesAndModes) {
 
     // Interfaces of fpga1 copy the state of their of-component. fpga1 comes
     // before ddr_chip and leds in key order, so it sees their old texts.
-    EXPECT_EQ("true", f->getBusIfByName("ddr4_sdram")->getIsEnabled());
-    EXPECT_EQ("true", f->getBusIfByName("led_4bits")->getIsEnabled());
-    EXPECT_EQ("true", f->getBusIfByName("sys_clock")->getIsEnabled());
+    EXPECT_EQ("true", f->getBusIfByName("ddr_mem")->getIsEnabled());
+    EXPECT_EQ("true", f->getBusIfByName("user_leds")->getIsEnabled());
+    EXPECT_EQ("true", f->getBusIfByName("ref_clock")->getIsEnabled());
 
     // A second pass sees what the first one wrote.
     f->updateEnablement();
-    EXPECT_EQ("false", f->getBusIfByName("led_4bits")->getIsEnabled());
-    EXPECT_EQ("true", f->getBusIfByName("ddr4_sdram")->getIsEnabled());
+    EXPECT_EQ("false", f->getBusIfByName("user_leds")->getIsEnabled());
+    EXPECT_EQ("true", f->getBusIfByName("ddr_mem")->getIsEnabled());
 }
 
 TEST(BoardEnablement, ComponentNeedsOneEnabledConnectionIgnoringCase) {

@@ -58,7 +58,7 @@ TEST(BoardFinders, InterfaceThroughConnectorsOnly) {
     EXPECT_EQ("fmc_gpio", found->getName());
     // The FPGA is no connector, so its interfaces are not found this way.
     found = nullptr;
-    EXPECT_FALSE(f->getBusIfByNameUsingConnectors(found, "ddr4_sdram"));
+    EXPECT_FALSE(f->getBusIfByNameUsingConnectors(found, "ddr_mem"));
 }
 
 TEST(BoardFinders, ConnectionsOfAComponent) {
@@ -106,11 +106,11 @@ TEST(BoardAssociations, MatchingRulesListTheirBoardInterfaces) {
     std::vector<std::string> out{"kept"};
     // Every field compares without regard to case; the version is not compared.
     EXPECT_TRUE(f->getIpAssocInterfaces("KORVELHW:IP:GPIO:9.9", "gpio", out));
-    EXPECT_EQ((std::vector<std::string>{"kept", "fmc_gpio", "led_4bits"}), out);
+    EXPECT_EQ((std::vector<std::string>{"kept", "fmc_gpio", "user_leds"}), out);
 
     out.clear();
     EXPECT_FALSE(f->getIpAssocInterfaces("korvelhw:ip:gpio:2.0", "GPIO2", out));
-    EXPECT_FALSE(f->getIpAssocInterfaces("korvelhw:ip:mig:2.1", "GPIO", out));
+    EXPECT_FALSE(f->getIpAssocInterfaces("korvelhw:ip:memctl:2.1", "GPIO", out));
     EXPECT_FALSE(f->getIpAssocInterfaces("korvelhw:other:gpio:2.0", "GPIO", out));
     EXPECT_TRUE(out.empty());
 
@@ -124,7 +124,7 @@ TEST(BoardAssociations, AllRulesAreWalked) {
     FixtureBoard f = makeEvalBoard();
     HBOIpPreset* second = f.makePreset("korvelhw:ip:gpio:2.0", "gpio");
     second->setPresetorAssocIntf("assoc_intf");
-    second->setParam("sys_clock", "0");
+    second->setParam("ref_clock", "0");
     HBOIpPreset* other = f.makePreset("korvelhw:ip:uart:1.0", "gpio");
     other->setParam("uart_port", "0");
     f->setIpAssociatedInterface("another_rule", {other, second});
@@ -132,7 +132,7 @@ TEST(BoardAssociations, AllRulesAreWalked) {
     std::vector<std::string> out;
     EXPECT_TRUE(f->getIpAssocInterfaces("korvelhw:ip:gpio:2.0", "GPIO", out));
     // Rules in key order: ANOTHER_RULE before GPIO_RULE.
-    EXPECT_EQ((std::vector<std::string>{"sys_clock", "fmc_gpio", "led_4bits"}), out);
+    EXPECT_EQ((std::vector<std::string>{"ref_clock", "fmc_gpio", "user_leds"}), out);
 }
 
 TEST(BoardModes, RequiredInterfacesAreThoseNotFlaggedOptional) {

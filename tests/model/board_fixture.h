@@ -6,8 +6,8 @@
 //   spare (chip): no connection
 //   jumpers j1 = true, j2 = false
 //
-// fpga1 carries the interfaces ddr4_sdram (of ddr_chip), led_4bits (of leds)
-// and sys_clock (of nothing); fmc1 carries fmc_gpio. The board does not own
+// fpga1 carries the interfaces ddr_mem (of ddr_chip), user_leds (of leds)
+// and ref_clock (of nothing); fmc1 carries fmc_gpio. The board does not own
 // its jumpers, images and presets, so the fixture keeps them and frees them
 // after the board.
 #ifndef BOARD_FIXTURE_H
@@ -178,12 +178,12 @@ inline FixtureBoard makeEvalBoard() {
     f.addJumper("j2", false);
 
     HBOBoardComponent* fpga = addComponent(b, "fpga1", "fpga");
-    fpga->setPartName("xq7a100-csg324-1");
-    fpga->addAdditionalSupportedPart("xq7a200-fbg484-2");
+    fpga->setPartName("zr5100-pk324-1");
+    fpga->addAdditionalSupportedPart("zr5200-pk484-2");
     fpga->setVLNV("Acme", "Lynx_Lib", "Lynx_Eval", "Rev_B");
-    addInterface(fpga, "ddr4_sdram", "ddr_chip");
-    addInterface(fpga, "led_4bits", "leds");
-    addInterface(fpga, "sys_clock", "");
+    addInterface(fpga, "ddr_mem", "ddr_chip");
+    addInterface(fpga, "user_leds", "leds");
+    addInterface(fpga, "ref_clock", "");
     for (int i = 0; i < 4; ++i)
         addPin(fpga, "P" + std::to_string(i), i);
 
@@ -199,14 +199,14 @@ inline FixtureBoard makeEvalBoard() {
     addConnection(b, "fpga1_leds", "fpga1", "leds", "{j2 true}", 1);
     addConnection(b, "fpga1_fmc1", "fpga1", "fmc1", "", 1);
 
-    HBOIpPreset* preset = f.makePreset("korvelhw:ip:mig:2.1", "");
-    preset->setPresetProcName("ddr4_preset");
-    preset->setParam("CONFIG.XML_INPUT_FILE", "mig.prj");
-    b.setIpPreset("ddr4_preset", {preset});
+    HBOIpPreset* preset = f.makePreset("korvelhw:ip:memctl:2.1", "");
+    preset->setPresetProcName("ddr_preset");
+    preset->setParam("CONFIG.XML_INPUT_FILE", "memctl.prj");
+    b.setIpPreset("ddr_preset", {preset});
 
     HBOIpPreset* assoc = f.makePreset("korvelhw:ip:gpio:2.0", "GPIO");
     assoc->setPresetorAssocIntf("assoc_intf");
-    assoc->setParam("led_4bits", "0");
+    assoc->setParam("user_leds", "0");
     assoc->setParam("fmc_gpio", "1");
     b.setIpAssociatedInterface("gpio_rule", {assoc});
     return f;
@@ -221,7 +221,7 @@ inline FixtureBoard makeCarrierBoard() {
     HBOBoard& b = *f.board;
     b.setBoardSchemaVersion("2.0");
     HBOBoardComponent* fpga = addComponent(b, "fpga1", "fpga");
-    fpga->setPartName("xq7a100-csg324-1");
+    fpga->setPartName("zr5100-pk324-1");
     for (const char* pin : {"F0", "F1", "F7"})
         addPin(fpga, pin, 100 + pin[1] - '0');
     HBOBoardComponent* fmc1 = addComponent(b, "fmc1", "connector", "fmc_hpc");

@@ -159,7 +159,7 @@ TEST(BoardActivePart, BoardWithoutFpgaAnswersEmpty) {
     EXPECT_FALSE(f->isPartUpdated());
     EXPECT_FALSE(f->isConstraintsDataPopulated());
     EXPECT_EQ(0, f->populateConstraintsData(""));
-    EXPECT_FALSE(f->setPartString("xq7"));
+    EXPECT_FALSE(f->setPartString("zr9"));
 
     std::vector<std::string> parts{"stale"};
     f->getAdditionalSupportedPartNames(parts, true);
@@ -182,7 +182,7 @@ TEST(BoardForwarding, SettersReachTheActivePart) {
     f->setRepository("/elsewhere");
     f->setUserDefinedFlag(true);
     f->setJtagPosition("2");
-    f->setBoardDetails("d1", "d2", "d3", "Artemis");
+    f->setBoardDetails("d1", "d2", "d3", "Orbis");
 
     EXPECT_EQ("/elsewhere/board.xml", f->getBoardFile());
     EXPECT_EQ("/elsewhere/board.xml", fpga->getBoardFile());
@@ -191,27 +191,27 @@ TEST(BoardForwarding, SettersReachTheActivePart) {
     EXPECT_TRUE(fpga->isUserDefined());
     EXPECT_TRUE(f->isUserDefined());
     EXPECT_EQ("2", f->getJtagPosition());
-    EXPECT_EQ("Artemis", f->getFamily());
+    EXPECT_EQ("Orbis", f->getFamily());
     std::string family;
     EXPECT_TRUE(f->getFamily(family));
-    EXPECT_EQ("Artemis", family);
+    EXPECT_EQ("Orbis", family);
     EXPECT_EQ("lynx_lib", f->getLibrary());
     // Only the active part hears of it.
     EXPECT_EQ("", ddr->getBoardFile());
     EXPECT_FALSE(ddr->isUserDefined());
 
-    EXPECT_EQ("xq7a100-csg324-1", f->getBoardPartName());
-    EXPECT_TRUE(f->isPartNameSupportedByBoard("xq7a200-fbg484-2"));
-    EXPECT_FALSE(f->isPartNameSupportedByBoard("XQ7A200-FBG484-2"));
+    EXPECT_EQ("zr5100-pk324-1", f->getBoardPartName());
+    EXPECT_TRUE(f->isPartNameSupportedByBoard("zr5200-pk484-2"));
+    EXPECT_FALSE(f->isPartNameSupportedByBoard("ZR5200-PK484-2"));
     EXPECT_TRUE(f->hasAdditionalSupportedParts());
 
     std::vector<std::string> parts{"stale"};
     f->getAdditionalSupportedPartNames(parts, true);
-    EXPECT_EQ((std::vector<std::string>{"xq7a100-csg324-1", "xq7a200-fbg484-2"}), parts);
+    EXPECT_EQ((std::vector<std::string>{"zr5100-pk324-1", "zr5200-pk484-2"}), parts);
     f->getAdditionalSupportedPartNames(parts, false);
-    EXPECT_EQ((std::vector<std::string>{"xq7a200-fbg484-2"}), parts);
+    EXPECT_EQ((std::vector<std::string>{"zr5200-pk484-2"}), parts);
 
-    EXPECT_EQ(fpga->getBusIfByName("ddr4_sdram"), f->getBusIfByName("DDR4_SDRAM"));
+    EXPECT_EQ(fpga->getBusIfByName("ddr_mem"), f->getBusIfByName("DDR_MEM"));
     std::vector<HBOBusIf*> interfaces;
     EXPECT_TRUE(f->getBusIfSeq(interfaces));
     EXPECT_EQ(3u, interfaces.size());
@@ -221,18 +221,18 @@ TEST(BoardPartUpdate, SwapsWithAnAdditionalPartAndBack) {
     FixtureBoard f = makeEvalBoard();
     MessageRecorder recorder;
 
-    EXPECT_TRUE(f->updateBoardPart("xq7a100-csg324-1"));
+    EXPECT_TRUE(f->updateBoardPart("zr5100-pk324-1"));
     EXPECT_FALSE(f->isPartUpdated());
 
-    EXPECT_TRUE(f->updateBoardPart("xq7a200-fbg484-2"));
+    EXPECT_TRUE(f->updateBoardPart("zr5200-pk484-2"));
     EXPECT_TRUE(f->isPartUpdated());
-    EXPECT_EQ("xq7a200-fbg484-2", f->getBoardPartName());
+    EXPECT_EQ("zr5200-pk484-2", f->getBoardPartName());
     std::vector<std::string> parts;
     f->getAdditionalSupportedPartNames(parts, false);
-    EXPECT_EQ((std::vector<std::string>{"xq7a100-csg324-1"}), parts);
+    EXPECT_EQ((std::vector<std::string>{"zr5100-pk324-1"}), parts);
 
-    EXPECT_TRUE(f->updateBoardPart("xq7a100-csg324-1"));
-    EXPECT_EQ("xq7a100-csg324-1", f->getBoardPartName());
+    EXPECT_TRUE(f->updateBoardPart("zr5100-pk324-1"));
+    EXPECT_EQ("zr5100-pk324-1", f->getBoardPartName());
     EXPECT_TRUE(recorder.withId("49-152").empty());
 }
 
@@ -241,7 +241,7 @@ TEST(BoardPartUpdate, UnknownPartIsReportedAndChangesNothing) {
     MessageRecorder recorder;
 
     EXPECT_FALSE(f->updateBoardPart("zz9000"));
-    EXPECT_EQ("xq7a100-csg324-1", f->getBoardPartName());
+    EXPECT_EQ("zr5100-pk324-1", f->getBoardPartName());
     EXPECT_FALSE(f->isPartUpdated());
 
     const std::vector<ComMsgMgrInstance> errors = recorder.withId("49-152");
@@ -254,7 +254,7 @@ TEST(BoardPartUpdate, UnknownPartIsReportedAndChangesNothing) {
 TEST(BoardPartUpdate, BoardWithoutActivePartFailsQuietly) {
     FixtureBoard f = makeEmptyBoard();
     MessageRecorder recorder;
-    EXPECT_FALSE(f->updateBoardPart("xq7a100-csg324-1"));
+    EXPECT_FALSE(f->updateBoardPart("zr5100-pk324-1"));
     EXPECT_EQ(1u, recorder.withId("49-152").size());
 }
 

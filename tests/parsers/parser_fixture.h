@@ -146,25 +146,9 @@ protected:
     }
 
 private:
-    // The board only holds its jumpers, images and presets; a test owns them.
     void releaseBoard() {
-        if (!m_board)
-            return;
-        std::vector<HBOJumper*> jumpers = m_board->getJumpers();
-        std::vector<HBOImage*> images = m_board->getImages();
-        std::set<HBOIpPreset*> presets;
-        for (const auto& entry : m_board->getIpPresets())
-            presets.insert(entry.second.begin(), entry.second.end());
-        for (const auto& entry : m_board->getIpAssociatedInterfaces())
-            presets.insert(entry.second.begin(), entry.second.end());
         delete m_board;
         m_board = nullptr;
-        for (HBOJumper* j : jumpers)
-            delete j;
-        for (HBOImage* i : images)
-            delete i;
-        for (HBOIpPreset* p : presets)
-            delete p;
     }
 
     std::string m_dir;

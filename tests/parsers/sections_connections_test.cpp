@@ -207,17 +207,8 @@ protected:
 
 private:
     void release() {
-        if (!m_own)
-            return;
-        std::set<HBOIpPreset*> presets;
-        for (const auto& entry : m_own->getIpAssociatedInterfaces())
-            presets.insert(entry.second.begin(), entry.second.end());
-        for (HBOJumper* j : m_own->getJumpers())
-            delete j;
         delete m_own;
         m_own = nullptr;
-        for (HBOIpPreset* p : presets)
-            delete p;
     }
 
     HBOBoard* m_own = nullptr;

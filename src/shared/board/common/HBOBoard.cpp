@@ -1,6 +1,8 @@
 // Construction, identity, revisions, presets and the plain additions of a board.
 #include "HBOBoard.h"
 
+#include <algorithm>
+
 #include <locale>
 
 #include <boost/algorithm/string/case_conv.hpp>
@@ -17,6 +19,17 @@
 
 HBOBoard::HBOBoard() {}
 
+namespace {
+template <class T>
+void deleteOnce(std::vector<T*>& objects) {
+    std::sort(objects.begin(), objects.end());
+    objects.erase(std::unique(objects.begin(), objects.end()), objects.end());
+    for (T* object : objects)
+        delete object;
+    objects.clear();
+}
+}  // namespace
+
 HBOBoard::~HBOBoard() {
     HBONativeCacheHook::remove(this);
     for (HBOParameter* p : m_parameters)
@@ -30,17 +43,14 @@ HBOBoard::~HBOBoard() {
         delete b;
     m_buses.clear();
     // Jumpers, images and presets are only held: their lists are dropped
-    // without deleting what they point to, except for the board's own clones.
+    // without deleting what they point to, except for what the board adopted.
     m_jumpers.clear();
     m_images.clear();
     m_ipPresets.clear();
     m_ipAssocInterfaces.clear();
-    for (HBOJumper* j : m_clonedJumpers)
-        delete j;
-    for (HBOImage* i : m_clonedImages)
-        delete i;
-    for (HBOIpPreset* p : m_clonedPresets)
-        delete p;
+    deleteOnce(m_ownedJumpers);
+    deleteOnce(m_ownedImages);
+    deleteOnce(m_ownedPresets);
 }
 
 void HBOBoard::setName(const std::string& vendor, const std::string& boardName, const std::string& version) {

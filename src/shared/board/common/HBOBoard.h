@@ -114,6 +114,14 @@ public:
     const HBOBoardDataProps& getBoardDataProps() const { return m_dataProps; }
     void setBoardDataProps(const HBOBoardDataProps& props) { m_dataProps = props; }
 
+    // The lists of jumpers, images and presets only hold what they point to:
+    // whoever adds an object there keeps it. What the board's readers make for
+    // it, and the clones it makes itself, nobody else knows; the board frees
+    // those last, once each, rather than leak them.
+    void adoptJumper(HBOJumper* jumper) { m_ownedJumpers.push_back(jumper); }
+    void adoptImage(HBOImage* image) { m_ownedImages.push_back(image); }
+    void adoptPreset(HBOIpPreset* preset) { m_ownedPresets.push_back(preset); }
+
     // ---- Presets ----
     const IpPresetMap& getIpPresets() const { return m_ipPresets; }
     void setIpPreset(const std::string& key, const std::vector<HBOIpPreset*>& presets);
@@ -303,13 +311,10 @@ private:
     std::string m_fallbackString;  // always empty: answer of the forwarding getters without an active part
     bool m_constraintsFlagFallback = false;
 
-    // Jumpers, images and presets that this board cloned itself (copying,
-    // merging). The lists above only hold what they point to, because whoever
-    // adds an object there keeps it; no one else knows these clones, so the
-    // board frees them last rather than leak them.
-    std::vector<HBOJumper*> m_clonedJumpers;
-    std::vector<HBOImage*> m_clonedImages;
-    std::vector<HBOIpPreset*> m_clonedPresets;
+    // Jumpers, images and presets that the board frees last (see adoptJumper).
+    std::vector<HBOJumper*> m_ownedJumpers;
+    std::vector<HBOImage*> m_ownedImages;
+    std::vector<HBOIpPreset*> m_ownedPresets;
 };
 
 #endif

@@ -45,7 +45,7 @@ HBOBoard::HBOBoard(const HBOBoard& other, const std::string& name)
         if (!j)
             continue;
         HBOJumper* clone = new HBOJumper(*j, this, "");
-        m_clonedJumpers.push_back(clone);
+        m_ownedJumpers.push_back(clone);
         m_jumpers.push_back(clone);
     }
     for (const HBOParameter* p : other.m_parameters)
@@ -55,7 +55,7 @@ HBOBoard::HBOBoard(const HBOBoard& other, const std::string& name)
         if (!i)
             continue;
         HBOImage* clone = new HBOImage(*i, "");
-        m_clonedImages.push_back(clone);
+        m_ownedImages.push_back(clone);
         m_images.push_back(clone);
     }
     for (const auto& entry : other.m_components) {
@@ -83,7 +83,7 @@ HBOBoard::HBOBoard(const HBOBoard& other, const std::string& name)
                 if (!p)
                     continue;
                 HBOIpPreset* clone = new HBOIpPreset(*p, this, "");
-                m_clonedPresets.push_back(clone);
+                m_ownedPresets.push_back(clone);
                 clones.push_back(clone);
             }
         }

@@ -138,14 +138,14 @@ void HBOBoard::mergeDaughterBoard(const HBOBoard& daughter, const std::string& p
         if (!j)
             continue;
         HBOJumper* clone = new HBOJumper(*j, this, prefix);
-        m_clonedJumpers.push_back(clone);
+        m_ownedJumpers.push_back(clone);
         m_jumpers.push_back(clone);
     }
     for (const HBOImage* i : daughter.m_images) {
         if (!i)
             continue;
         HBOImage* clone = new HBOImage(*i, prefix);
-        m_clonedImages.push_back(clone);
+        m_ownedImages.push_back(clone);
         m_images.push_back(clone);
     }
 
@@ -188,7 +188,7 @@ void HBOBoard::mergeDaughterBoard(const HBOBoard& daughter, const std::string& p
                 if (!p)
                     continue;
                 HBOIpPreset* clone = new HBOIpPreset(*p, this, prefix);
-                m_clonedPresets.push_back(clone);
+                m_ownedPresets.push_back(clone);
                 clones.push_back(clone);
             }
             if (associations)
@@ -270,7 +270,7 @@ void HBOBoard::appendBoard(const HBOBoard* other, const std::string& name) {
         if (!j)
             continue;
         HBOJumper* clone = new HBOJumper(*j, this, "");
-        m_clonedJumpers.push_back(clone);
+        m_ownedJumpers.push_back(clone);
         m_jumpers.push_back(clone);
     }
     const std::vector<HBOImage*> images = other->m_images;
@@ -278,7 +278,7 @@ void HBOBoard::appendBoard(const HBOBoard* other, const std::string& name) {
         if (!i)
             continue;
         HBOImage* clone = new HBOImage(*i, "");
-        m_clonedImages.push_back(clone);
+        m_ownedImages.push_back(clone);
         m_images.push_back(clone);
     }
 
@@ -322,7 +322,7 @@ void HBOBoard::appendBoard(const HBOBoard* other, const std::string& name) {
                 if (!p)
                     continue;
                 HBOIpPreset* clone = new HBOIpPreset(*p, this, "");
-                m_clonedPresets.push_back(clone);
+                m_ownedPresets.push_back(clone);
                 clones.push_back(clone);
             }
             if (associations)

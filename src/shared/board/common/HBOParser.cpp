@@ -37,12 +37,10 @@ bool HBOParser::parseFile(const std::string& path, HBOBoard* board) {
 }
 
 bool HBOParser::dispatch(const std::string& path, HBOBoard* board) {
-    std::string version;
-    {
-        // The tree is needed only for the version; free it before the reader loads the file again.
-        std::shared_ptr<HXMLWElement> root = HBOXmlFileLoader::loadRoot(path);
-        version = HBOBoardUtils::valueOrEmpty(root->getAttribute("schema_version"));
-    }
+    std::shared_ptr<HXMLWElement> root = HBOXmlFileLoader::loadRoot(path);
+    const std::string version = HBOBoardUtils::valueOrEmpty(root->getAttribute("schema_version"));
+    // The chosen reader loads the same file first: it gets this tree instead.
+    HBOXmlFileLoader::Handover handover(path, std::move(root));
     ComMsgMgr::sendScopedMsg::eval(1, __FILE__, __LINE__, "board", "board.parse", ComMsgMgr::MSG_DEBUG1,
                                    "HBOParser found schema version '%s'\n", version);
     if (HBOBoardUtils::isEqualOrGreater(version, "2.0") && HBOBoardUtils::isV2SchemaEnabled()) {

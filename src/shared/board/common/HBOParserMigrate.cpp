@@ -73,6 +73,7 @@ void makePreset(HBOBoard* board, HBOBusIf* busIf) {
                          boost::algorithm::iequals(boardName, "bdh4", classic) ? std::string("BdhBoard") : boardName);
     }
     board->setIpPreset(procName, std::vector<HBOIpPreset*>{preset});
+    board->adoptPreset(preset);
 }
 
 }  // namespace

@@ -356,6 +356,8 @@ bool HBOPartParser::readPresetRoot(const HXMLWElement* root) {
             records.push_back(preset);
         }
         m_board->setIpPreset(procName, records);
+        for (HBOIpPreset* preset : records)
+            m_board->adoptPreset(preset);
     }
     return true;
 }

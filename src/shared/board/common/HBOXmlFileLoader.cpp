@@ -11,6 +11,24 @@
 
 namespace HBOXmlFileLoader {
 
+namespace {
+struct HandedTree {
+    std::string file;
+    std::shared_ptr<HXMLWElement> root;
+};
+thread_local HandedTree t_handed;
+}  // namespace
+
+Handover::Handover(const std::string& file, std::shared_ptr<HXMLWElement> root) {
+    t_handed.file = file;
+    t_handed.root = std::move(root);
+}
+
+Handover::~Handover() {
+    t_handed.file.clear();
+    t_handed.root.reset();
+}
+
 std::string readPackedText(const std::string& file) {
     boost::iostreams::filtering_stream<boost::iostreams::input> in;
     isl::iostreams::xp_autodetect()(file, in);
@@ -27,7 +45,10 @@ std::string readPackedText(const std::string& file) {
 
 std::shared_ptr<HXMLWElement> loadRoot(const std::string& file) {
     std::shared_ptr<HXMLWElement> root;
-    if (!isl::iostreams::xp::is_xp_format(file)) {
+    if (t_handed.root && t_handed.file == file) {
+        root = std::move(t_handed.root);
+        t_handed.file.clear();
+    } else if (!isl::iostreams::xp::is_xp_format(file)) {
         root = HXMLWInterface::readFromFile(file);
     } else {
         root = HXMLWInterface::readFromBuffer(readPackedText(file));

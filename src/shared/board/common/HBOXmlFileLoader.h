@@ -16,6 +16,17 @@ std::shared_ptr<HXMLWElement> loadRoot(const std::string& file);
 // The text of a packed file, line by line, each line ended by a line feed.
 // Throws HEXError "@49-110@%s" when the file cannot be opened as a stream.
 std::string readPackedText(const std::string& file);
+// While it lives, the next loadRoot of `file` on this thread takes `root`
+// instead of reading the file again: the front door reads a board file to
+// find its schema and hands the tree to the reader it chooses.
+class Handover {
+public:
+    Handover(const std::string& file, std::shared_ptr<HXMLWElement> root);
+    ~Handover();
+    Handover(const Handover&) = delete;
+    Handover& operator=(const Handover&) = delete;
+};
+
 }  // namespace HBOXmlFileLoader
 
 #endif

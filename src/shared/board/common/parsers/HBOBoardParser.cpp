@@ -8,7 +8,6 @@
 #include <memory>
 
 #include <boost/filesystem.hpp>
-#include <boost/iostreams/filtering_stream.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/sax/SAXException.hpp>
 #include <xercesc/sax2/SAX2XMLReader.hpp>
@@ -23,6 +22,7 @@
 #include "HBOBoardUtils.h"
 #include "HBOResolver.h"
 #include "HBOSAX2Handler.h"
+#include "HBOXmlFileLoader.h"
 #include "HEXAll.h"
 #include "HPAParamMgr.h"
 #include "HSTStringUtils.h"
@@ -69,21 +69,6 @@ std::string transcode(const XMLCh* text) {
 }
 
 // The unpacked text of a packed file, each line followed by a line feed.
-std::string readPackedText(const std::string& file) {
-    boost::iostreams::filtering_stream<boost::iostreams::input> in;
-    isl::iostreams::xp_autodetect()(file, in);
-    if (in.fail() || in.bad())
-        throw HEXError(ComMsgMgrInstance::createInstance::eval(1, __FILE__, __LINE__, "board", ComMsgMgr::MSG_ERROR,
-                                                               "@49-110@%s", file));
-    std::string text;
-    std::string line;
-    while (std::getline(in, line)) {
-        text += line;
-        text += '\n';
-    }
-    return text;
-}
-
 }  // namespace
 
 HBOBoardParser::HBOBoardParser() {
@@ -186,16 +171,7 @@ bool HBOBoardParser::readBoardFile(const std::string& file, std::string& reason)
 }
 
 std::shared_ptr<HXMLWElement> HBOBoardParser::loadXmlFile(const std::string& file) {
-    std::shared_ptr<HXMLWElement> root;
-    if (!isl::iostreams::xp::is_xp_format(file)) {
-        root = HXMLWInterface::readFromFile(file);
-    } else {
-        root = HXMLWInterface::readFromBuffer(readPackedText(file));
-    }
-    if (!root)
-        throw HEXError(ComMsgMgrInstance::createInstance::eval(1, __FILE__, __LINE__, "board", ComMsgMgr::MSG_ERROR,
-                                                               "@49-111@%s", file));
-    return root;
+    return HBOXmlFileLoader::loadRoot(file);
 }
 
 bool HBOBoardParser::validateXml(const std::string& file, const std::string& grammar) {
@@ -257,7 +233,7 @@ bool HBOBoardParser::validateXml(const std::string& file, const std::string& gra
         // A packed document is checked in its unpacked form, so that packed
         // and plain files validate alike and report the same lines.
         if (isl::iostreams::xp::is_xp_format(document)) {
-            const std::string text = readPackedText(document);
+            const std::string text = HBOXmlFileLoader::readPackedText(document);
             XMLCh* systemId = xercesc::XMLString::transcode(document.c_str());
             xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(text.data()), text.size(),
                                               systemId);

@@ -111,6 +111,8 @@ bool HBOBoardParser::readIpAssociatedRules(HXMLWElement* root, std::string& reas
                 continue;
             }
             board->setIpAssociatedInterface(ruleName, presets);
+            for (HBOIpPreset* p : presets)
+                board->adoptPreset(p);
         }
     }
     return true;

@@ -91,6 +91,7 @@ bool HBOBoardParser::readHeader(HXMLWElement* root, std::string& reason) {
             for (HXMLWElement* imageElem : getChildElements(child)) {
                 HBOImage* image = makeImage(imageElem);
                 board->addImage(image);
+                board->adoptImage(image);
                 if (HSTStringUtils::iequals(image->getSubType(), "board") &&
                     HSTStringUtils::iequals(image->getResolution(), "high"))
                     boardImage = image->getName();
@@ -150,6 +151,7 @@ bool HBOBoardParser::readJumpers(HXMLWElement* root, std::string& reason) {
                 jumper->setDefaultValue(HSTStringUtils::iequals(getAttr(jumperElem, "default_value"), "true"));
                 jumper->setDescription(getText(child));
                 board->addJumper(jumper);
+                board->adoptJumper(jumper);
             }
         }
     }

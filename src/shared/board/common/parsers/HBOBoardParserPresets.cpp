@@ -64,9 +64,6 @@ bool HBOBoardParser::readPresetXml(const std::string& file) {
         return false;
 
     std::shared_ptr<HXMLWElement> root = loadXmlFile(file);
-    // Presets made by this read: a later ip_preset of the same key replaces
-    // the list, and the replaced objects, reachable from nowhere else, go.
-    std::set<HBOIpPreset*> made;
     for (HXMLWElement* ipPreset : getChildElements(root.get())) {
         if (!isNamed(ipPreset, "ip_preset"))
             continue;
@@ -77,7 +74,6 @@ bool HBOBoardParser::readPresetXml(const std::string& file) {
             preset->setPresetProcName(procName);
             if (readIp(preset, ip)) {
                 presets.push_back(preset);
-                made.insert(preset);
             }
             else
                 delete preset;
@@ -88,11 +84,11 @@ bool HBOBoardParser::readPresetXml(const std::string& file) {
                 delete preset;
             continue;
         }
-        std::vector<HBOIpPreset*> replaced = board->findPresetProc(procName);
+        // A later ip_preset of the same key replaces the list; the board frees
+        // the replaced presets with the rest.
         board->setIpPreset(procName, presets);
-        for (HBOIpPreset* preset : replaced)
-            if (made.erase(preset))
-                delete preset;
+        for (HBOIpPreset* preset : presets)
+            board->adoptPreset(preset);
     }
     return true;
 }

@@ -1,8 +1,9 @@
+// Linked into every program of a sanitizer build.
+//
 // The XML library keeps a few small objects of every grammar loaded from a
 // file (about 220 bytes a load) and never frees them, even after the reader
-// and the library are shut down. The leak is the library's own, not the
-// board reader's, so the leak checker of sanitizer builds is told to skip it;
-// every other leak in these tests still fails the run.
+// and the library are shut down. The leak is the library's own; every other
+// leak still fails the run.
 extern "C" const char* __lsan_default_suppressions() {
     return "leak:xercesc_3_2::IGXMLScanner::loadGrammar\n";
 }
