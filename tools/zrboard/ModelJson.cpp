@@ -211,7 +211,7 @@ void ModelJson::pin(const HBOPinProps& pin) {
         .field("index", pin.getPinIndex())
         .field("name", pin.getName())
         .field("site", pin.getPinLoc())
-        .field("iostandard", pin.getPortProps()["iostandard"]);
+        .field("iostandard", show::portProp(pin, "iostandard"));
     m_json.key("properties").beginObject();
     for (const auto& kv : show::otherPortProps(pin))
         m_json.field(kv.first, kv.second);

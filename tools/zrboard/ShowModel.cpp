@@ -28,6 +28,12 @@ std::vector<const HBOPinProps*> pinsByIndex(const HBOBoardComponent& component) 
     return pins;
 }
 
+std::string portProp(const HBOPinProps& pin, const std::string& name) {
+    const auto& props = pin.getPortProps();
+    auto it = props.find(name);
+    return it == props.end() ? std::string() : it->second;
+}
+
 std::vector<std::pair<std::string, std::string>> otherPortProps(const HBOPinProps& pin) {
     const std::map<std::string, std::string> props = pin.getPortProps();
     const std::vector<std::string>& known = HBOPinProps::getPortPropNames();

@@ -27,6 +27,8 @@ std::vector<const HBOPinProps*> pinsByIndex(const HBOBoardComponent& component);
 // its own: the known names first in their fixed order, then any others.
 // Empty values are left out; the model creates them on mere reads.
 std::vector<std::pair<std::string, std::string>> otherPortProps(const HBOPinProps& pin);
+// A pin property without creating it on the pin; empty when it is not set.
+std::string portProp(const HBOPinProps& pin, const std::string& name);
 
 // The model port behind a physical port name of an interface. Schema 2
 // interfaces hold their ports; a schema 1 interface may only name a port of

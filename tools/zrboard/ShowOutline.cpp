@@ -200,7 +200,7 @@ std::string pinLine(const HBOPinProps& pin) {
     std::vector<std::string> props;
     if (pin.hasPinLoc())
         props.push_back("site " + pin.getPinLoc());
-    const std::string iostd = pin.getPortProps()["iostandard"];
+    const std::string iostd = show::portProp(pin, "iostandard");
     if (!iostd.empty())
         props.push_back("iostandard " + iostd);
     for (const auto& kv : show::otherPortProps(pin))

@@ -8,6 +8,7 @@
 #include <boost/algorithm/string/case_conv.hpp>
 #include <boost/algorithm/string/trim.hpp>
 
+#include "HBOCase.h"
 #include "HBOBoardBus.h"
 #include "HBOBoardComponent.h"
 #include "HBOBoardDB.h"
@@ -54,11 +55,10 @@ HBOBoard::~HBOBoard() {
 }
 
 void HBOBoard::setName(const std::string& vendor, const std::string& boardName, const std::string& version) {
-    const std::locale& classic = std::locale::classic();
-    m_vendor = boost::algorithm::to_lower_copy(vendor, classic);
-    m_boardName = boost::algorithm::to_lower_copy(boardName, classic);
+    m_vendor = HBOCase::lower(vendor);
+    m_boardName = HBOCase::lower(boardName);
     m_version = version;
-    m_name = m_vendor + ":" + m_boardName + ":" + boost::algorithm::to_lower_copy(version, classic);
+    m_name = m_vendor + ":" + m_boardName + ":" + HBOCase::lower(version);
 }
 
 void HBOBoard::setUserDefinedFlag(bool flag) {
@@ -103,19 +103,19 @@ void HBOBoard::getCompatibleBoardRevisionsAsVec(std::vector<std::string>& out) c
 void HBOBoard::setIpPreset(const std::string& key, const std::vector<HBOIpPreset*>& presets) {
     if (key.empty())
         return;
-    m_ipPresets[boost::algorithm::to_upper_copy(key, std::locale::classic())] = presets;
+    m_ipPresets[HBOCase::upper(key)] = presets;
 }
 
 void HBOBoard::setIpAssociatedInterface(const std::string& key, const std::vector<HBOIpPreset*>& presets) {
     if (key.empty())
         return;
-    m_ipAssocInterfaces[boost::algorithm::to_upper_copy(key, std::locale::classic())] = presets;
+    m_ipAssocInterfaces[HBOCase::upper(key)] = presets;
 }
 
 std::vector<HBOIpPreset*> HBOBoard::findPresetProc(const std::string& name) const {
     if (name.empty())
         return std::vector<HBOIpPreset*>();
-    auto it = m_ipPresets.find(boost::algorithm::to_upper_copy(name, std::locale::classic()));
+    auto it = m_ipPresets.find(HBOCase::upper(name));
     if (it == m_ipPresets.end())
         return std::vector<HBOIpPreset*>();
     return it->second;

@@ -39,9 +39,7 @@ std::string dashes(int n) {
 
 }  // namespace
 
-HBOBoardComponent::HBOBoardComponent() {
-    std::fill(std::begin(m_pinTable), std::end(m_pinTable), nullptr);
-}
+HBOBoardComponent::HBOBoardComponent() = default;
 
 HBOBoardComponent::HBOBoardComponent(const HBOBoardComponent& other, HBOBoard* board, const std::string& prefix)
     : m_name(other.m_name),
@@ -80,7 +78,7 @@ HBOBoardComponent::HBOBoardComponent(const HBOBoardComponent& other, HBOBoard* b
       m_partUpdated(other.m_partUpdated) {
     // The table keeps pointing at the source's pins: joining boards decides by it which
     // connector pins exist, whatever the clones below are called.
-    std::copy(std::begin(other.m_pinTable), std::end(other.m_pinTable), std::begin(m_pinTable));
+    m_pinTable = other.m_pinTable;
 
     if (!prefix.empty()) {
         m_componentName = lower(prefix + "_" + other.m_componentName);

@@ -282,7 +282,9 @@ private:
     std::vector<HBOComponentMode*> m_modes;          // owned
     BusIfMap m_busIfs;                               // owned
     PinMap m_pins;                                   // owned
-    HBOPinProps* m_pinTable[PIN_TABLE_SIZE];         // views into m_pins (or a source's pins, after a copy)
+    // Views into m_pins (or a source's pins, after a copy). Made with the first
+    // pin: most components of a board have none, and the table is large.
+    std::vector<HBOPinProps*> m_pinTable;
     std::map<std::string, std::string> m_jtagPositions;
     std::map<int, HBOBoardCompMuxPosition*> m_iicPositions;  // owned
     std::vector<HBOBoardComponentDriver*> m_drivers;         // owned

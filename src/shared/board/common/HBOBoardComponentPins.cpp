@@ -47,8 +47,11 @@ bool HBOBoardComponent::addPin(HBOPinProps* pin) {
         delete byName;
     }
     m_pins[name] = pin;
-    if (static_cast<unsigned int>(index) < static_cast<unsigned int>(PIN_TABLE_SIZE))
+    if (static_cast<unsigned int>(index) < static_cast<unsigned int>(PIN_TABLE_SIZE)) {
+        if (m_pinTable.empty())
+            m_pinTable.assign(PIN_TABLE_SIZE, nullptr);
         m_pinTable[index] = pin;
+    }
     return true;
 }
 
@@ -64,7 +67,7 @@ int HBOBoardComponent::findPinIndex(const std::string& name) const {
 
 HBOPinProps* HBOBoardComponent::getPinByIndex(int index) const {
     if (index >= 0 && index < PIN_TABLE_SIZE)
-        return m_pinTable[index];
+        return m_pinTable.empty() ? nullptr : m_pinTable[index];
     for (const auto& kv : m_pins)
         if (kv.second && kv.second->getPinIndex() == index)
             return kv.second;

@@ -9,6 +9,7 @@
 #include <boost/algorithm/string/classification.hpp>
 #include <boost/algorithm/string/split.hpp>
 
+#include "HBOCase.h"
 #include "HBOBoardBus.h"
 #include "HBOBoardComponent.h"
 #include "HBOBusIf.h"
@@ -127,7 +128,7 @@ void HBOBoard::getLatestCompatibleConnectorsList(const HBOBoardComponent* own,
         if (!c)
             continue;
         std::vector<std::string> parts;
-        const std::string name = boost::algorithm::to_lower_copy(c->getName(), std::locale::classic());
+        const std::string name = HBOCase::lower(c->getName());
         boost::algorithm::split(parts, name, boost::algorithm::is_any_of(":"));
         double version = 0;
         if (parts.size() != 4 || !HUTConvert::stringToFloat(parts[3], version)) {

@@ -8,6 +8,7 @@
 #include <boost/algorithm/string/predicate.hpp>
 #include <boost/algorithm/string/split.hpp>
 
+#include "HBOCase.h"
 #include "HBOBoardBus.h"
 #include "HBOBoardBusNet.h"
 #include "HBOBoardComponent.h"
@@ -44,7 +45,7 @@ bool evaluateDependency(const std::string& dependency, const std::vector<HBOJump
         if (!jumper)
             continue;
         for (std::size_t i = 0; i < tokens.size(); i += 2) {
-            if (!boost::algorithm::iequals(tokens[i], jumper->getName(), std::locale::classic()))
+            if (!HBOCase::iequals(tokens[i], jumper->getName()))
                 continue;
             // A name without a value token ("{j1}") asks for no position the
             // jumper can have, so it disables the object: a malformed
@@ -84,7 +85,7 @@ void HBOBoard::updateEnablement() {
         getBusesOfComponent(component->getComponentName(), buses);
         bool enabled = false;
         for (const HBOBoardBus* bus : buses)
-            if (boost::algorithm::iequals(bus->getIsEnabled(), "true", std::locale::classic()))
+            if (HBOCase::iequals(bus->getIsEnabled(), "true"))
                 enabled = true;
         component->setIsEnabled(boolText(enabled));
 

@@ -8,6 +8,7 @@
 #include <boost/algorithm/string/case_conv.hpp>
 #include <boost/format.hpp>
 
+#include "HBOCase.h"
 #include "ComMsgMgr.h"
 #include "HBOBoardBus.h"
 #include "HBOBoardBusNet.h"
@@ -25,7 +26,7 @@
 namespace {
 
 std::string lower(const std::string& s) {
-    return boost::algorithm::to_lower_copy(s, std::locale::classic());
+    return HBOCase::lower(s);
 }
 
 // The last pin index of a connector of the given kind. Only these spellings

@@ -10,6 +10,7 @@
 #include <boost/algorithm/string/predicate.hpp>
 #include <boost/algorithm/string/split.hpp>
 
+#include "HBOCase.h"
 #include "ComMsgMgr.h"
 #include "HBOBoardBus.h"
 #include "HBOBoardBusNet.h"
@@ -22,7 +23,7 @@
 namespace {
 
 bool iequalsClassic(const std::string& a, const std::string& b) {
-    return boost::algorithm::iequals(a, b, std::locale::classic());
+    return HBOCase::iequals(a, b);
 }
 
 std::string dashes(unsigned int count) {

@@ -44,7 +44,7 @@ public:
     // Names are lower-cased. A read of an unknown property creates an empty entry.
     const std::string& getPortProp(const std::string& name) const;
     bool setPortProp(const std::string& name, const std::string& value);
-    std::map<std::string, std::string> getPortProps() const { return m_portProps; }
+    const std::map<std::string, std::string>& getPortProps() const { return m_portProps; }
     // The sixteen known port property names, in their fixed order.
     static const std::vector<std::string>& getPortPropNames();
 

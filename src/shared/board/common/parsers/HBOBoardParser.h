@@ -9,6 +9,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 #include <vector>
@@ -156,6 +157,9 @@ private:
     bool readBoardDataProperties(HXMLWElement* root, std::string& reason);
 
     // --- sections: helpers of the components, connections, checks and power readers ---
+    // A component's pin of an index, as HBOBoardComponent::getPinByIndex answers,
+    // without its walk over every pin for indices past the direct table.
+    HBOPinProps* pinByIndex(HBOBoardComponent* component, int index);
     // --- end of the sections block ---
 
     HBOBoard* board = nullptr;
@@ -172,6 +176,9 @@ private:
     // Physical port name to (interface name, of_component), over one parse,
     // for the port check's "named twice in one component" finding.
     std::map<std::string, std::pair<std::string, std::string>> portOwners;
+    // Pins past the direct table by index, per component, for the connections
+    // section only (no pin comes or goes while it is read).
+    std::unordered_map<const HBOBoardComponent*, std::unordered_map<int, HBOPinProps*>> pinsPastTable;
 };
 
 #endif

@@ -26,8 +26,9 @@ float parseDelay(const std::string& text) {
 
 // The I/O standard without creating an empty entry on the pin by reading it.
 std::string ioStandardOf(const HBOPinProps* pin) {
-    const std::map<std::string, std::string> props = pin->getPortProps();
-    auto it = props.find("iostandard");
+    static const std::string key = "iostandard";
+    const std::map<std::string, std::string>& props = pin->getPortProps();
+    auto it = props.find(key);
     return it == props.end() ? std::string() : it->second;
 }
 
@@ -133,6 +134,7 @@ bool HBOBoardParser::readConnections(HXMLWElement* root, std::string& reason) {
         reason = kNullRoot;
         return false;
     }
+    pinsPastTable.clear();
     for (HXMLWElement* section : getChildElements(root)) {
         if (!isNamed(section, "connections"))
             continue;
@@ -203,8 +205,8 @@ bool HBOBoardParser::readConnectionMap(HXMLWElement* map, const std::string& con
                 net->setMaxDelay(maxDelay);
 
                 // The FPGA side fixes the I/O standard of what it is wired to.
-                HBOPinProps* pin1 = c1 ? c1->getPinByIndex(start1 + i) : nullptr;
-                HBOPinProps* pin2 = c2 ? c2->getPinByIndex(start2 + i) : nullptr;
+                HBOPinProps* pin1 = c1 ? pinByIndex(c1, start1 + i) : nullptr;
+                HBOPinProps* pin2 = c2 ? pinByIndex(c2, start2 + i) : nullptr;
                 if (pin1 && pin2) {
                     const std::string std1 = ioStandardOf(pin1);
                     const std::string std2 = ioStandardOf(pin2);
@@ -256,13 +258,29 @@ bool HBOBoardParser::readConnectionMap(HXMLWElement* map, const std::string& con
     return true;
 }
 
+HBOPinProps* HBOBoardParser::pinByIndex(HBOBoardComponent* component, int index) {
+    if (index >= 0 && index < HBOBoardComponent::PIN_TABLE_SIZE)
+        return component->getPinByIndex(index);
+    auto known = pinsPastTable.find(component);
+    if (known == pinsPastTable.end()) {
+        // The first pin of an index in key order wins, as in the walk.
+        std::unordered_map<int, HBOPinProps*>& byIndex = pinsPastTable[component];
+        for (const auto& kv : component->getPins())
+            if (kv.second)
+                byIndex.emplace(kv.second->getPinIndex(), kv.second);
+        known = pinsPastTable.find(component);
+    }
+    auto pin = known->second.find(index);
+    return pin == known->second.end() ? nullptr : pin->second;
+}
+
 void HBOBoardParser::checkPinIndices(const std::string& component, int first, int last,
                                      const std::string& connectionName) {
     HBOBoardComponent* comp = board->findBoardComponent(component);
     if (!comp)
         return;
     for (int index = first; index <= last; ++index) {
-        if (comp->getPinByIndex(index))
+        if (pinByIndex(comp, index))
             continue;
         // Only the FPGA's own pin file is held to this; the board still reads.
         if (validateEnabled && checks2020Enabled && component == "part0")

@@ -2,6 +2,7 @@
 // I/O properties, and the design constraints of the device's banks.
 #include <map>
 #include <string>
+#include <unordered_set>
 
 #include <boost/algorithm/string/predicate.hpp>
 #include <boost/filesystem.hpp>
@@ -122,15 +123,21 @@ void HBOBoardParser::readPins(HXMLWElement* pinsElem, const std::string& file, P
         pin->setName(name);
         pin->setPinIndex(index);
         pin->setPinLoc(loc);
-        for (const std::string& prop : HBOPinProps::getPortPropNames())
-            if (!ignoredPortProps.count(prop))
-                if (const char* value = e->getAttribute(prop.c_str()))
-                    pin->setPortProp(prop, value);
+        // One walk over the pin's attributes: the property names, exact, and the bank ones.
+        static const std::unordered_set<std::string> propNames(HBOPinProps::getPortPropNames().begin(),
+                                                                HBOPinProps::getPortPropNames().end());
         for (int i = 0, n = e->getAttributeCount(); i < n; ++i) {
             const char* attr = e->getAttributeName(i);
-            if (attr && boost::algorithm::starts_with(attr, kIoBankPrefix))
-                pin->setIOBankProperty(std::string(attr).substr(std::char_traits<char>::length(kIoBankPrefix)),
+            if (!attr)
+                continue;
+            const std::string attrName(attr);
+            if (propNames.count(attrName)) {
+                if (!ignoredPortProps.count(attrName))
+                    pin->setPortProp(attrName, getAttr(e, attr));
+            } else if (boost::algorithm::starts_with(attrName, kIoBankPrefix)) {
+                pin->setIOBankProperty(attrName.substr(std::char_traits<char>::length(kIoBankPrefix)),
                                        getAttr(e, attr));
+            }
         }
 
         auto old = pins.find(name);
