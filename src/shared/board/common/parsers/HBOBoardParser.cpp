@@ -134,6 +134,36 @@ bool HBOBoardParser::parseFile(const std::string& file, HBOBoard* boardIn, const
     return result;
 }
 
+bool HBOBoardParser::readSideFile(const std::string& name, const char* missingFormat, const char* failedFormat,
+                                  const std::function<bool(const std::string&)>& read) {
+    std::string path = name;
+    const std::string parent = boost::filesystem::path(name).parent_path().string();
+    if (parent.empty() || parent == ".")
+        path = boardDirectory() + HBOBoardUtils::getDirSeparator() + name;
+    if (!pathExists(path)) {
+        ComMsgMgr::sendMsg::eval(1, __FILE__, __LINE__, "board", ComMsgMgr::MSG_WARNING, missingFormat, path);
+        return false;
+    }
+    bool ok = false;
+    std::string reason;
+    try {
+        ok = read(path);
+    } catch (const HEXError& e) {
+        e.print();
+    } catch (const std::exception& e) {
+        reason = e.what();
+    } catch (const std::string& text) {
+        reason = text;
+    } catch (...) {
+    }
+    // A side file that failed to read (or to validate) ends the board's read.
+    if (!ok)
+        throw HEXError(ComMsgMgrInstance::createInstance::eval(2, __FILE__, __LINE__, "board",
+                                                               ComMsgMgr::MSG_CRITICAL_WARNING, failedFormat, path,
+                                                               reason));
+    return true;
+}
+
 bool HBOBoardParser::readBoardFile(const std::string& file, std::string& reason) {
     if (!board)
         return false;

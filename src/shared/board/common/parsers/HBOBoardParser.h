@@ -5,6 +5,7 @@
 #ifndef HBOBOARDPARSER_H
 #define HBOBOARDPARSER_H
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <set>
@@ -64,6 +65,12 @@ private:
     const std::string& boardFile() const;
     // Directory of the board file, without a trailing separator.
     std::string boardDirectory() const;
+    // Reads a file that stands beside board.xml (pin file, preset file): a bare
+    // name is taken from the board's directory; a missing file sends
+    // `missingFormat` and gives false; a file that fails in `read` throws
+    // `failedFormat` with the path and the reason.
+    bool readSideFile(const std::string& name, const char* missingFormat, const char* failedFormat,
+                      const std::function<bool(const std::string&)>& read);
 
     // ---- Element helpers shared by all section readers ----
     // Element names compare without regard to case; attribute names exactly.

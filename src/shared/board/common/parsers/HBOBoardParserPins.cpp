@@ -17,11 +17,6 @@
 
 namespace {
 
-bool fileExists(const std::string& path) {
-    boost::system::error_code ec;
-    return boost::filesystem::exists(boost::filesystem::status(path, ec));
-}
-
 const char* const kIoBankPrefix = "iobank.";
 
 }  // namespace
@@ -29,33 +24,8 @@ const char* const kIoBankPrefix = "iobank.";
 bool HBOBoardParser::readPinFile(const std::string& pinMapFile, PinMap& pins, DesignConstrList& constrs) {
     ComMsgMgr::sendScopedMsg::eval(1, __FILE__, __LINE__, "board", "board.parse", ComMsgMgr::MSG_DEBUG2,
                                    "HBOBoardParser parsing pin file'%s'\n", pinMapFile);
-    std::string path = pinMapFile;
-    const std::string parent = boost::filesystem::path(pinMapFile).parent_path().string();
-    if (parent.empty() || parent == ".")
-        path = boardDirectory() + HBOBoardUtils::getDirSeparator() + pinMapFile;
-    if (!fileExists(path)) {
-        ComMsgMgr::sendMsg::eval(1, __FILE__, __LINE__, "board", ComMsgMgr::MSG_WARNING, "@49-55@%s", path);
-        return false;
-    }
-
-    bool ok = false;
-    std::string reason;
-    try {
-        ok = readPinXml(path, pins, constrs);
-    } catch (const HEXError& e) {
-        e.print();
-    } catch (const std::exception& e) {
-        reason = e.what();
-    } catch (const std::string& text) {
-        reason = text;
-    } catch (...) {
-    }
-    // A pin file that failed to read (or to validate) ends the board's read.
-    if (!ok)
-        throw HEXError(ComMsgMgrInstance::createInstance::eval(2, __FILE__, __LINE__, "board",
-                                                               ComMsgMgr::MSG_CRITICAL_WARNING, "@49-57@%s%s", path,
-                                                               reason));
-    return true;
+    return readSideFile(pinMapFile, "@49-55@%s", "@49-57@%s%s",
+                        [&](const std::string& path) { return readPinXml(path, pins, constrs); });
 }
 
 bool HBOBoardParser::readPinXml(const std::string& file, PinMap& pins, DesignConstrList& constrs) {

@@ -15,44 +15,11 @@
 #include "HEXAll.h"
 #include "HSTStringUtils.h"
 
-namespace {
-
-bool fileExists(const std::string& path) {
-    boost::system::error_code ec;
-    return boost::filesystem::exists(boost::filesystem::status(path, ec));
-}
-
-}  // namespace
-
 bool HBOBoardParser::readPresetFile(const std::string& presetFile) {
     ComMsgMgr::sendScopedMsg::eval(1, __FILE__, __LINE__, "board", "board.parse", ComMsgMgr::MSG_DEBUG2,
                                    "HBOBoardParser parsing preset file'%s'\n", presetFile);
-    std::string path = presetFile;
-    const std::string parent = boost::filesystem::path(presetFile).parent_path().string();
-    if (parent.empty() || parent == ".")
-        path = boardDirectory() + HBOBoardUtils::getDirSeparator() + presetFile;
-    if (!fileExists(path)) {
-        ComMsgMgr::sendMsg::eval(1, __FILE__, __LINE__, "board", ComMsgMgr::MSG_WARNING, "@49-62@%s", path);
-        return false;
-    }
-
-    bool ok = false;
-    std::string reason;
-    try {
-        ok = readPresetXml(path);
-    } catch (const HEXError& e) {
-        e.print();
-    } catch (const std::exception& e) {
-        reason = e.what();
-    } catch (const std::string& text) {
-        reason = text;
-    } catch (...) {
-    }
-    if (!ok)
-        throw HEXError(ComMsgMgrInstance::createInstance::eval(2, __FILE__, __LINE__, "board",
-                                                               ComMsgMgr::MSG_CRITICAL_WARNING, "@49-63@%s%s", path,
-                                                               reason));
-    return true;
+    return readSideFile(presetFile, "@49-62@%s", "@49-63@%s%s",
+                        [&](const std::string& path) { return readPresetXml(path); });
 }
 
 bool HBOBoardParser::readPresetXml(const std::string& file) {
