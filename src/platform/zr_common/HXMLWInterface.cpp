@@ -48,7 +48,9 @@ public:
             m_blocks.push_back(new char[blockSize]);
             m_cur = m_blocks.back();
             m_left = blockSize;
-            if (m_nextBlock < 256 * 1024)
+            // Blocks stay below the allocator's mapping threshold, so that a
+            // freed tree's memory serves the next one without new page faults.
+            if (m_nextBlock < 64 * 1024)
                 m_nextBlock *= 2;
             pad = (align - reinterpret_cast<std::uintptr_t>(m_cur) % align) % align;
         }
@@ -194,21 +196,13 @@ public:
         } else {
             e = new (arena.array<Element>(1)) Element;
         }
-        m_scratch.clear();
-        appendUtf8(m_scratch, qname, xercesc::XMLString::stringLen(qname));
-        e->m_tag = arena.copy(m_scratch);
+        e->m_tag = copyUtf8(arena, qname);
         XMLSize_t n = attrs.getLength();
         if (n > 0) {
             e->m_attrs = arena.array<Attr>(n);
             for (XMLSize_t i = 0; i < n; ++i) {
-                m_scratch.clear();
-                const XMLCh* name = attrs.getQName(i);
-                appendUtf8(m_scratch, name, xercesc::XMLString::stringLen(name));
-                e->m_attrs[i].name = arena.copy(m_scratch);
-                m_scratch.clear();
-                const XMLCh* value = attrs.getValue(i);
-                appendUtf8(m_scratch, value, xercesc::XMLString::stringLen(value));
-                e->m_attrs[i].value = arena.copy(m_scratch);
+                e->m_attrs[i].name = copyUtf8(arena, attrs.getQName(i));
+                e->m_attrs[i].value = copyUtf8(arena, attrs.getValue(i));
             }
             e->m_attrCount = static_cast<int>(n);
         }
@@ -254,6 +248,25 @@ private:
         std::size_t firstChild;
         bool hasText;
     };
+
+    // Names and values are nearly always ASCII: those are narrowed straight
+    // into the arena; anything else goes through the UTF-8 encoder.
+    const char* copyUtf8(Arena& arena, const XMLCh* s) {
+        std::size_t n = 0;
+        bool ascii = true;
+        for (; s[n]; ++n)
+            ascii = ascii && s[n] < 0x80;
+        if (!ascii) {
+            m_scratch.clear();
+            appendUtf8(m_scratch, s, n);
+            return arena.copy(m_scratch);
+        }
+        char* p = arena.array<char>(n + 1);
+        for (std::size_t i = 0; i < n; ++i)
+            p[i] = static_cast<char>(s[i]);
+        p[n] = '\0';
+        return p;
+    }
 
     void addText(const XMLCh* chars, XMLSize_t length) {
         if (m_frames.empty())
@@ -366,7 +379,10 @@ std::shared_ptr<HXMLWElement> parse(const char* data, std::size_t size, const ch
 }  // namespace
 
 std::shared_ptr<HXMLWElement> HXMLWInterface::readFromFile(const std::string& path) {
-    std::string text;
+    // One buffer per thread, kept from file to file: a large board file then
+    // costs no fresh memory from the system at each read.
+    thread_local std::string text;
+    text.clear();
     try {
         boost::system::error_code ec;
         if (boost::filesystem::is_directory(path, ec)) {
