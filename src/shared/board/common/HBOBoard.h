@@ -267,6 +267,9 @@ public:
 private:
     HBOBoardComponent* findFpgaComponentByName(const std::string& name) const;
     void mergeDaughterBoard(const HBOBoard& daughter, const std::string& prefix);
+    // Clones of another board's jumpers and images under `prefix`, held and adopted.
+    void cloneJumpersAndImages(const std::vector<HBOJumper*>& jumpers, const std::vector<HBOImage*>& images,
+                               const std::string& prefix);
 
     bool m_userDefined = false;
     bool m_reservedFlag = false;  // kept through copies; nothing reads it

@@ -41,23 +41,10 @@ HBOBoard::HBOBoard(const HBOBoard& other, const std::string& name)
     m_compatibleRevisions = other.m_compatibleRevisions;
     m_jtagChains = other.m_jtagChains;
 
-    for (const HBOJumper* j : other.m_jumpers) {
-        if (!j)
-            continue;
-        HBOJumper* clone = new HBOJumper(*j, this, "");
-        m_ownedJumpers.push_back(clone);
-        m_jumpers.push_back(clone);
-    }
+    cloneJumpersAndImages(other.m_jumpers, other.m_images, "");
     for (const HBOParameter* p : other.m_parameters)
         if (p)
             m_parameters.push_back(new HBOParameter(*p, ""));
-    for (const HBOImage* i : other.m_images) {
-        if (!i)
-            continue;
-        HBOImage* clone = new HBOImage(*i, "");
-        m_ownedImages.push_back(clone);
-        m_images.push_back(clone);
-    }
     for (const auto& entry : other.m_components) {
         if (!entry.second)
             continue;
@@ -93,4 +80,22 @@ HBOBoard::HBOBoard(const HBOBoard& other, const std::string& name)
 
     // Whatever the source had chosen, the copy's active part is its first FPGA component.
     m_activePart = findFpgaComponent();
+}
+
+void HBOBoard::cloneJumpersAndImages(const std::vector<HBOJumper*>& jumpers, const std::vector<HBOImage*>& images,
+                                     const std::string& prefix) {
+    for (const HBOJumper* j : jumpers) {
+        if (!j)
+            continue;
+        HBOJumper* clone = new HBOJumper(*j, this, prefix);
+        m_ownedJumpers.push_back(clone);
+        m_jumpers.push_back(clone);
+    }
+    for (const HBOImage* i : images) {
+        if (!i)
+            continue;
+        HBOImage* clone = new HBOImage(*i, prefix);
+        m_ownedImages.push_back(clone);
+        m_images.push_back(clone);
+    }
 }

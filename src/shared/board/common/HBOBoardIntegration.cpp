@@ -135,20 +135,7 @@ void HBOBoard::mergeDaughterBoard(const HBOBoard& daughter, const std::string& p
             m_parameters.push_back(new HBOParameter(*p, prefix));
     for (const std::string& chain : daughter.m_jtagChains)
         addJtagChain(lower(prefix + "_" + chain));
-    for (const HBOJumper* j : daughter.m_jumpers) {
-        if (!j)
-            continue;
-        HBOJumper* clone = new HBOJumper(*j, this, prefix);
-        m_ownedJumpers.push_back(clone);
-        m_jumpers.push_back(clone);
-    }
-    for (const HBOImage* i : daughter.m_images) {
-        if (!i)
-            continue;
-        HBOImage* clone = new HBOImage(*i, prefix);
-        m_ownedImages.push_back(clone);
-        m_images.push_back(clone);
-    }
+    cloneJumpersAndImages(daughter.m_jumpers, daughter.m_images, prefix);
 
     for (const auto& entry : daughter.m_components) {
         const HBOBoardComponent* c = entry.second;
@@ -266,22 +253,7 @@ void HBOBoard::appendBoard(const HBOBoard* other, const std::string& name) {
     const std::vector<std::string> chains = other->m_jtagChains;
     for (const std::string& chain : chains)
         addJtagChain(chain);
-    const std::vector<HBOJumper*> jumpers = other->m_jumpers;
-    for (const HBOJumper* j : jumpers) {
-        if (!j)
-            continue;
-        HBOJumper* clone = new HBOJumper(*j, this, "");
-        m_ownedJumpers.push_back(clone);
-        m_jumpers.push_back(clone);
-    }
-    const std::vector<HBOImage*> images = other->m_images;
-    for (const HBOImage* i : images) {
-        if (!i)
-            continue;
-        HBOImage* clone = new HBOImage(*i, "");
-        m_ownedImages.push_back(clone);
-        m_images.push_back(clone);
-    }
+    cloneJumpersAndImages(std::vector<HBOJumper*>(other->m_jumpers), std::vector<HBOImage*>(other->m_images), "");
 
     const ComponentMap components = other->m_components;
     for (const auto& entry : components) {
