@@ -8,6 +8,7 @@
 #include <boost/iostreams/filter/gzip.hpp>
 #include <boost/iostreams/filtering_stream.hpp>
 
+#include "EnvVar.h"
 #include "HBOBoardComponent.h"
 #include "HBOIpPreset.h"
 #include "HBOPinProps.h"
@@ -28,28 +29,6 @@ const char* const kBoardDtd =
 
 const char* const kDoctype = "<!DOCTYPE board SYSTEM \"board.dtd\">\n";
 
-// Sets an environment variable for one scope.
-class EnvGuard {
-public:
-    EnvGuard(const char* name, const std::string& value) : m_name(name) {
-        if (const char* old = std::getenv(name)) {
-            m_had = true;
-            m_old = old;
-        }
-        setenv(name, value.c_str(), 1);
-    }
-    ~EnvGuard() {
-        if (m_had)
-            setenv(m_name, m_old.c_str(), 1);
-        else
-            unsetenv(m_name);
-    }
-
-private:
-    const char* m_name;
-    bool m_had = false;
-    std::string m_old;
-};
 
 }  // namespace
 
@@ -131,7 +110,7 @@ TEST_F(ValidationFixture, GrammarSearchFallsThroughToDataDirectories) {
     write("data2/boards/board_schemas/current/board.dtd", kBoardDtd);
     const std::string file = write("board.xml", boardXml(basics(), "", "2.1", kDoctype));
     {
-        EnvGuard env("ZR_DATA_DIRS", empty1 + ":" + data2);
+        EnvVar env("ZR_DATA_DIRS", empty1 + ":" + data2);
         Parsed r = parse(file, dir() + "/no_grammar_here");
         EXPECT_TRUE(r.ok);
         EXPECT_TRUE(r.validated);
@@ -141,7 +120,7 @@ TEST_F(ValidationFixture, GrammarSearchFallsThroughToDataDirectories) {
     // Nothing found anywhere: the message still names the last path tried.
     clearMessages();
     {
-        EnvGuard env("ZR_DATA_DIRS", data2 + ":" + empty1);
+        EnvVar env("ZR_DATA_DIRS", data2 + ":" + empty1);
         write("data2/boards/board_schemas/current/board.dtd", "");
         boost::filesystem::remove(data2 + "/boards/board_schemas/current/board.dtd");
         parse(file);
@@ -232,7 +211,7 @@ TEST_F(ValidationFixture, UnloadableGrammarIsPassedOverAndMissingGrammarFails) {
     write("bad_dtd/board.dtd", "<!ELEMENT board (a|>\n<!ATTLIST");
     const std::string file = write("board.xml", boardXml(basics(), "", "2.1", kDoctype));
     const std::string last = dir() + "/none/boards/board_schemas/current/board.dtd";
-    EnvGuard env("ZR_DATA_DIRS", dir() + "/none");
+    EnvVar env("ZR_DATA_DIRS", dir() + "/none");
     EXPECT_FALSE(parse(file, dir() + "/bad_dtd").ok);
     EXPECT_EQ(ids(), (std::vector<std::string>{"49-113", "49-106", "49-56"}));
     EXPECT_EQ(first("49-113").getArgs()[1], last);

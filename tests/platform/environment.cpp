@@ -8,6 +8,7 @@
 
 #include <boost/filesystem.hpp>
 
+#include "EnvVar.h"
 #include "HSTStringUtils.h"
 #include "HUTConvert.h"
 #include "HUTEnv.h"
@@ -17,31 +18,6 @@ namespace fs = boost::filesystem;
 
 namespace {
 
-// Sets an environment variable for one scope and puts the old value back.
-class EnvVar {
-public:
-    EnvVar(const char* name, const char* value) : m_name(name) {
-        const char* old = std::getenv(name);
-        m_had = old != nullptr;
-        if (old)
-            m_old = old;
-        if (value)
-            setenv(name, value, 1);
-        else
-            unsetenv(name);
-    }
-    ~EnvVar() {
-        if (m_had)
-            setenv(m_name, m_old.c_str(), 1);
-        else
-            unsetenv(m_name);
-    }
-
-private:
-    const char* m_name;
-    bool m_had = false;
-    std::string m_old;
-};
 
 std::string canonical(const std::string& p) { return fs::canonical(p).string(); }
 

@@ -10,6 +10,7 @@
 
 #include <boost/filesystem.hpp>
 
+#include "placeholders.h"
 #include "ComMsgMgr.h"
 
 namespace fs = boost::filesystem;
@@ -95,18 +96,6 @@ bool literalText(const std::string& arg, std::string& text) {
         any = true;
     }
     return any;
-}
-
-std::string placeholders(const std::string& text) {
-    std::string kinds;
-    for (std::size_t i = 0; i + 1 < text.size(); ++i) {
-        if (text[i] != '%')
-            continue;
-        if (text[i + 1] == 's' || text[i + 1] == 'd')
-            kinds += text[i + 1];
-        ++i;
-    }
-    return kinds;
 }
 
 std::vector<Call> findCalls(const fs::path& root) {

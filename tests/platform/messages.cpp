@@ -7,24 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "placeholders.h"
 #include "ComMsgMgr.h"
 #include "HEXAll.h"
 #include "HTCErrors.h"
 
 namespace {
-
-// Placeholders of a text in order: "%s%d" gives "sd".
-std::string placeholders(const std::string& text) {
-    std::string kinds;
-    for (std::size_t i = 0; i + 1 < text.size(); ++i) {
-        if (text[i] != '%')
-            continue;
-        if (text[i + 1] == 's' || text[i + 1] == 'd')
-            kinds += text[i + 1];
-        ++i;
-    }
-    return kinds;
-}
 
 // Collects what listeners hear and keeps standard error quiet.
 class Messages : public ::testing::Test {

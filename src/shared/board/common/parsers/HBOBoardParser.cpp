@@ -39,6 +39,25 @@ bool pathExists(const std::string& path) {
     return !path.empty() && fs::exists(fs::status(path, ec));
 }
 
+// Runs `step`; true when it came back normally. What it throws ends it: an
+// HEXError is sent, the text of any other exception or thrown string becomes
+// the reason, anything else leaves no reason.
+template <class Step>
+bool guarded(Step step, std::string& reason) {
+    try {
+        step();
+        return true;
+    } catch (const HEXError& e) {
+        e.print();
+    } catch (const std::exception& e) {
+        reason = e.what();
+    } catch (const std::string& text) {
+        reason = text;
+    } catch (...) {
+    }
+    return false;
+}
+
 bool boolParam(HPAParamMgr* mgr, const char* name, bool& out) {
     if (HPAParam* p = mgr ? mgr->findParam(name) : nullptr) {
         out = p->getValueAsBool();
@@ -104,19 +123,8 @@ bool HBOBoardParser::parseFile(const std::string& file, HBOBoard* boardIn, const
 
     board = boardIn;
     bool result = false;
-    bool cameBack = false;
     std::string reason;
-    try {
-        result = readBoardFile(file, reason);
-        cameBack = true;
-    } catch (const HEXError& e) {
-        e.print();
-    } catch (const std::exception& e) {
-        reason = e.what();
-    } catch (const std::string& text) {
-        reason = text;
-    } catch (...) {
-    }
+    const bool cameBack = guarded([&] { result = readBoardFile(file, reason); }, reason);
 
     xmlValidatedOut = xmlValidated;
     dtdDirectory.clear();
@@ -146,16 +154,7 @@ bool HBOBoardParser::readSideFile(const std::string& name, const char* missingFo
     }
     bool ok = false;
     std::string reason;
-    try {
-        ok = read(path);
-    } catch (const HEXError& e) {
-        e.print();
-    } catch (const std::exception& e) {
-        reason = e.what();
-    } catch (const std::string& text) {
-        reason = text;
-    } catch (...) {
-    }
+    guarded([&] { ok = read(path); }, reason);
     // A side file that failed to read (or to validate) ends the board's read.
     if (!ok)
         throw HEXError(ComMsgMgrInstance::createInstance::eval(2, __FILE__, __LINE__, "board",
