@@ -193,9 +193,24 @@ bool readOnceAndMeasure(const SyntheticBoard& synth) {
     return true;
 }
 
+// Repetitions interleaved at random unless the command line says otherwise: the
+// two benchmarks are compared with each other, and on a shared machine a slow
+// spell that falls on only one of them would skew the ratio.
+std::vector<char*> withDefaultRepetitions(int argc, char** argv) {
+    static char repetitions[] = "--benchmark_repetitions=10";
+    static char interleaving[] = "--benchmark_enable_random_interleaving=true";
+    std::vector<char*> args(argv, argv + argc);
+    args.insert(args.begin() + (argc > 0 ? 1 : 0), {repetitions, interleaving});  // later flags win
+    args.push_back(nullptr);
+    return args;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+    std::vector<char*> args = withDefaultRepetitions(argc, argv);
+    argc = static_cast<int>(args.size()) - 1;
+    argv = args.data();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;

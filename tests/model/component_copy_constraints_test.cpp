@@ -166,6 +166,25 @@ TEST_F(CopyFixture, EmptyPrefixKeepsAllNames) {
     EXPECT_EQ("ddr_mode", copy.getComponentModes()[0]->getName());
 }
 
+// A component frees the ports it adopted, each once; a copy adopts the ports of its
+// interface copies and leaves the source's ports alone.
+TEST_F(CopyFixture, PortsAreAdoptedOnceAndCopiesOwnTheirClones) {
+    EXPECT_FALSE(conn->adoptModelPort(nullptr));
+    HBOModelPort* extra = new HBOModelPort();
+    EXPECT_TRUE(conn->adoptModelPort(extra));
+    EXPECT_FALSE(conn->adoptModelPort(extra));
+
+    HBOBoardComponent* copy = new HBOBoardComponent(*conn, &merged, "");
+    const auto& ports = copy->getBusIfByName("ddr")->getPortMaps();
+    ASSERT_EQ(1u, ports.size());
+    HBOModelPort* clone = ports.begin()->second;
+    EXPECT_NE(&dq, clone);
+    EXPECT_FALSE(copy->adoptModelPort(clone));  // already the copy's
+    delete copy;
+    EXPECT_EQ("ddr_dq", dq.getName());
+    EXPECT_EQ(&dq, conn->getBusIfByName("ddr")->getPortMaps().begin()->second);
+}
+
 TEST_F(CopyFixture, DisplayPrintsTheSectionsInOrder) {
     testing::internal::CaptureStderr();
     conn->display(1);

@@ -63,6 +63,38 @@ TEST(ComponentPinProps, PortPropertiesFoldNamesAndGrowOnRead) {
     EXPECT_EQ("RTT_40", pin.getPinOdt());
 }
 
+TEST(ComponentPinProps, StoredValuesStayPutAsThePinGrows) {
+    HBOPinProps pin;
+    const std::string& drive = pin.getPortProp("drive");  // created empty by the read
+    pin.setPinDrive("8");
+    // Past the few properties a pin holds in itself, and names outside the known list.
+    const char* const more[] = {"slew", "iostandard", "odt", "voh", "pull_type", "x_custom", "diff_term"};
+    for (const char* name : more)
+        pin.setPortProp(name, std::string(name) + "_v");
+    const std::string& custom = pin.getPortProp("X_CUSTOM");
+    pin.setPortProp("pcb_max_delay", "4");
+    pin.setPortProp("DRIVE", "16");
+    EXPECT_EQ("16", drive);
+    EXPECT_EQ("x_custom_v", custom);
+    EXPECT_EQ("diff_term_v", pin.getPinDiffTerm());
+
+    const auto props = pin.getPortProps();
+    ASSERT_EQ(9u, props.size());
+    EXPECT_EQ("diff_term", props.begin()->first);  // a map: by name, wherever stored
+    EXPECT_EQ("4", props.at("pcb_max_delay"));
+
+    EXPECT_EQ(nullptr, pin.findPortProp("equalization"));
+    EXPECT_EQ(9u, pin.getPortProps().size());  // looking did not create it
+    ASSERT_NE(nullptr, pin.findPortProp("slew"));
+    EXPECT_EQ("slew_v", *pin.findPortProp("slew"));
+
+    // A copy has values of its own.
+    HBOPinProps copy(pin);
+    copy.setPinSlew("FAST");
+    EXPECT_EQ("slew_v", pin.getPinSlew());
+    EXPECT_EQ(pin.getPortProps().size(), copy.getPortProps().size());
+}
+
 TEST(ComponentPinProps, SetPropFillsInOneStep) {
     HBOPinProps pin;
     pin.setPortProp("pull_type", "up");

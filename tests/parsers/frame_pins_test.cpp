@@ -83,6 +83,37 @@ TEST_F(PinFixture, UniquenessRulesDependOnLaterChecks) {
                   "The pin index '1' and '1' both have the same  loc value 'L1'. Pin locations must be unique."}));
 }
 
+// The pins reach the component in name order, whatever the file's order: of two
+// names with one index the one later by name holds the index. Index clashes are
+// found for any index, not only small ones, across sections of one file.
+TEST_F(PinFixture, PinsReachTheComponentByNameAcrossSections) {
+    const std::string file =
+        "<?xml version=\"1.0\"?>\n<part_info>\n<pins>\n"
+        "<pin index=\"3\" name=\"Z\" loc=\"L1\"/>\n<pin index=\"3\" name=\"B\" loc=\"L2\"/>\n"
+        "<pin index=\"5000\" name=\"FAR\" loc=\"L3\"/>\n<pin index=\"-2\" name=\"NEG\" loc=\"L4\"/>\n"
+        "</pins>\n<pins>\n<pin index=\"5000\" name=\"FAR2\" loc=\"L5\"/>\n"
+        "<pin index=\"-2\" name=\"NEG2\" loc=\"L6\"/>\n<pin index=\"7\" name=\"Z\" loc=\"L7\"/>\n"
+        "</pins>\n</part_info>\n";
+    EXPECT_TRUE(readWith(file, "2.1").ok);
+    EXPECT_EQ(part0()->getPins().size(), 6u);
+    EXPECT_EQ(part0()->getPinByIndex(3), part0()->findPin("B"));  // Z moved to 7 in the second section
+    EXPECT_EQ(part0()->findPin("Z")->getPinLoc(), "L7");
+    EXPECT_EQ(part0()->getPinByIndex(7), part0()->findPin("Z"));
+
+    const std::string clash = pinsXml(
+        "<pin index=\"3\" name=\"Z\" loc=\"L1\"/>\n<pin index=\"3\" name=\"B\" loc=\"L2\"/>\n"
+        "<pin index=\"5000\" name=\"FAR\" loc=\"L3\"/>\n<pin index=\"5000\" name=\"FAR2\" loc=\"L5\"/>\n");
+    EXPECT_TRUE(readWith(clash, "2.1").ok);
+    EXPECT_EQ(part0()->getPinByIndex(3), part0()->findPin("Z"));
+    clearMessages();
+    setParam("board.validateXML", "true");
+    EXPECT_FALSE(readWith(clash, "2.2").ok);
+    EXPECT_EQ(checkTexts(),
+              (std::vector<std::string>{
+                  "The pin index '3' is used for both 'Z' and for 'B'. Pin index must be unique.",
+                  "The pin index '5000' is used for both 'FAR' and for 'FAR2'. Pin index must be unique."}));
+}
+
 TEST_F(PinFixture, PartNameMismatchNeedsLaterChecksAndReporting) {
     const std::string pins = pinsXml("<pin index=\"0\" name=\"A\" loc=\"L1\"/>\n", "part_name=\"xc-other\"");
     setParam("board.validateXML", "true");

@@ -18,7 +18,7 @@ public:
     HBOBoardBusNet& operator=(const HBOBoardBusNet&) = delete;
 
     const std::string& getName() const { return m_name; }
-    void setName(const std::string& name) { m_name = name; }
+    void setName(std::string name) { m_name = std::move(name); }
     int getC1PinIndex() const { return m_c1PinIndex; }
     void setC1PinIndex(int index) { m_c1PinIndex = index; }
     int getC2PinIndex() const { return m_c2PinIndex; }
@@ -35,7 +35,7 @@ public:
     void setEnablementDependency(const std::string& dep) { m_enablementDependency = dep; }
     // Name of the connection the net belongs to.
     const std::string& getBoardBus() const { return m_boardBus; }
-    void setBoardBus(const std::string& bus) { m_boardBus = bus; }
+    void setBoardBus(std::string bus) { m_boardBus = std::move(bus); }
     HBOBoardBus* getOwner() const { return m_owner; }
     void setOwner(HBOBoardBus* owner) { m_owner = owner; }
 

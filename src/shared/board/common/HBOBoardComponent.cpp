@@ -102,6 +102,7 @@ HBOBoardComponent::HBOBoardComponent(const HBOBoardComponent& other, HBOBoard* b
         if (!kv.second)
             continue;
         HBOBusIf* clone = new HBOBusIf(*kv.second, this, prefix);
+        adoptPortsOf(clone);
         if (clone->getName().empty())
             delete clone;  // setBusIf would refuse it and nobody would own it
         else
@@ -127,6 +128,8 @@ HBOBoardComponent::~HBOBoardComponent() {
         busIfs.insert(kv.second);
     for (HBOBusIf* b : busIfs)
         delete b;
+    for (HBOModelPort* port : m_adoptedPorts)
+        delete port;
     for (const auto& kv : m_pins)
         delete kv.second;
     for (HBOComponentMode* m : m_modes)

@@ -181,6 +181,10 @@ public:
     bool getModelPortSeq(std::vector<HBOModelPort*>& out) const;
     const ModelPortMap& getModelPorts() const { return m_modelPorts; }
     bool setModelPort(const std::string& name, HBOModelPort* port);
+    // The component frees the port with itself, after its interfaces. A port is
+    // adopted once: false for null or a port adopted before. Readers and copies
+    // call it for the ports they make for this component.
+    bool adoptModelPort(HBOModelPort* port);
     bool getModelPortsByBusIf(std::vector<HBOModelPort*>& out, const std::string& busIf) const;
     bool getPinPropsByBusIf(std::vector<HBOPinProps*>& out, const std::string& busIf) const;
     bool createModelPortsForInterfaces();
@@ -243,6 +247,8 @@ public:
     void display(int indent) const;
 
 private:
+    // Adopts the ports of an interface copy made for this component.
+    void adoptPortsOf(const HBOBusIf* busIf);
     std::string m_name;
     std::string m_componentName;
     std::string m_type;
@@ -276,6 +282,7 @@ private:
     std::string m_description;
     std::string m_longDesc;
     ModelPortMap m_modelPorts;                       // not owned
+    std::vector<HBOModelPort*> m_adoptedPorts;       // owned (see adoptModelPort)
     HBOBoard* m_board = nullptr;                     // not owned
     std::vector<HBOParameter*> m_parameters;         // owned
     std::vector<HBOImage*> m_images;                 // owned

@@ -185,6 +185,18 @@ bool HBOBoardComponent::getPinPropsByBusIf(std::vector<HBOPinProps*>& out, const
     return true;
 }
 
+bool HBOBoardComponent::adoptModelPort(HBOModelPort* port) {
+    if (!port || !port->markAdopted())
+        return false;
+    m_adoptedPorts.push_back(port);
+    return true;
+}
+
+void HBOBoardComponent::adoptPortsOf(const HBOBusIf* busIf) {
+    for (const auto& kv : busIf->getPortMaps())
+        adoptModelPort(kv.second);
+}
+
 bool HBOBoardComponent::createModelPortsForInterfaces() {
     for (const auto& kv : m_busIfs) {
         if (!kv.second)
@@ -259,6 +271,7 @@ bool HBOBoardComponent::copyInterfacesFromComponent(const HBOBoardComponent* sou
         if (!canInterfaceBeConnected(source, target, intf, &pinNames))
             continue;
         HBOBusIf* clone = new HBOBusIf(*intf, this, "");
+        adoptPortsOf(clone);
         clone->updatePortPinMap(pinNames);
         if (!setBusIf(clone->getName(), clone)) {
             delete clone;

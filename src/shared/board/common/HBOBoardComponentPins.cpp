@@ -16,8 +16,11 @@ bool HBOBoardComponent::addPin(HBOPinProps* pin) {
     if (!pin)
         return false;
     const int index = pin->getPinIndex();
-    const std::string name = pin->getName();
-    HBOPinProps* byName = findPin(name);
+    const std::string& name = pin->getName();
+    // One look-up serves the clash test and the insertion.
+    const auto place = m_pins.lower_bound(name);
+    const bool named = place != m_pins.end() && place->first == name;
+    HBOPinProps* byName = named ? place->second : nullptr;
 
     // The pin of the same index matters only to the clash text; past the table
     // its look-up walks every pin, so it is made only for the channel that shows it.
@@ -46,7 +49,10 @@ bool HBOBoardComponent::addPin(HBOPinProps* pin) {
                 slot = nullptr;
         delete byName;
     }
-    m_pins[name] = pin;
+    if (named)
+        place->second = pin;
+    else
+        m_pins.emplace_hint(place, name, pin);
     if (static_cast<unsigned int>(index) < static_cast<unsigned int>(PIN_TABLE_SIZE)) {
         if (m_pinTable.empty())
             m_pinTable.assign(PIN_TABLE_SIZE, nullptr);

@@ -13,12 +13,12 @@
 
 namespace {
 
-// Model ports have no owner among the model objects: interfaces and components only
-// hold them, because one port may be held by several of them (a schema 1 board
-// shares the part's ports with the interfaces that migration makes), and a reader
-// deletes the ports it gives up on. So that such ports are not lost, every live port
-// is listed here and the ones still alive at the end of the process are freed then.
-// While the process runs nothing is freed behind a caller's back.
+// Interfaces and component maps only hold model ports, because one port may be held
+// by several of them (a schema 1 board shares the part's ports with the interfaces
+// that migration makes), and a reader deletes the ports it gives up on. The component
+// a port was made for adopts it and frees it with itself; so that a port nobody
+// adopted is not lost, every other live port is listed here and freed at the end of
+// the process. While the process runs nothing is freed behind a caller's back.
 struct PortRegistry {
     std::unordered_set<HBOModelPort*> ports;
     bool closed = false;
@@ -74,6 +74,14 @@ HBOModelPort::HBOModelPort(const HBOModelPort& other, HBOBusIf* owner, const std
       m_pinPortMap(other.m_pinPortMap),
       m_owner(owner) {
     enlist(this);
+}
+
+bool HBOModelPort::markAdopted() {
+    if (m_adopted)
+        return false;
+    m_adopted = true;
+    delist(this);
+    return true;
 }
 
 HBOModelPort::~HBOModelPort() {
@@ -203,8 +211,8 @@ bool HBOModelPort::getPortPropsSeq(std::vector<HBOPinProps*>& out) const {
     return true;
 }
 
-bool HBOModelPort::addPinPortMap(const std::string& index, const std::string& pin) {
-    m_pinPortMap[index] = pin;
+bool HBOModelPort::addPinPortMap(const std::string& index, std::string pin) {
+    m_pinPortMap[index] = std::move(pin);
     return true;
 }
 

@@ -2,8 +2,9 @@
 //
 // Ownership: an interface holds its ports without deleting them, and a component's
 // model port map does not own them either; a reader that gives up on a port deletes
-// it. Every port that is still alive when the process ends is freed then (see
-// HBOModelPort.cpp), so that nothing a caller can reach ever dangles.
+// it. The component a port was made for adopts it (HBOBoardComponent::adoptModelPort)
+// and frees it with itself. A port nobody adopted is freed when the process ends
+// (see HBOModelPort.cpp), so that nothing a caller can reach ever dangles.
 #ifndef HBOMODELPORT_H
 #define HBOMODELPORT_H
 
@@ -57,7 +58,7 @@ public:
 
     // Index within the port (as text) to FPGA pin name.
     const std::map<std::string, std::string>& getPinPortMap() const { return m_pinPortMap; }
-    bool addPinPortMap(const std::string& index, const std::string& pin);
+    bool addPinPortMap(const std::string& index, std::string pin);
     bool getPinPort(const std::string& index, std::string& out) const;
     std::string getPinPort(const std::string& index) const;
     // Rewrites the FPGA pin names found in pinMap, keeps the others.
@@ -70,6 +71,10 @@ public:
 
 private:
     friend class HBOBusIf;
+    friend class HBOBoardComponent;
+    // Taken off the end-of-process list; false when it was adopted already.
+    bool markAdopted();
+
     // Rebase copy made only by the interface copy; the pin sequence stays empty.
     HBOModelPort(const HBOModelPort& other, HBOBusIf* owner, const std::string& prefix);
 
@@ -83,6 +88,7 @@ private:
     std::vector<HBOPinProps*> m_pinSeq;
     std::map<std::string, std::string> m_pinPortMap;
     HBOBusIf* m_owner = nullptr;
+    bool m_adopted = false;
 };
 
 #endif

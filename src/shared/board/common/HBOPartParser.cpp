@@ -189,6 +189,7 @@ bool HBOPartParser::readPorts(const HXMLWElement* root) {
             }
             port->populatePinProps();
             m_part->setModelPort(name, port);
+            m_part->adoptModelPort(port);
 
             std::vector<HBOPinProps*> records;
             port->getPortPropsSeq(records);

@@ -73,8 +73,8 @@ bool HBOPinProps::getName(std::string& out) const {
     return true;
 }
 
-bool HBOPinProps::setName(const std::string& name) {
-    m_name = name;
+bool HBOPinProps::setName(std::string name) {
+    m_name = std::move(name);
     return true;
 }
 
@@ -83,19 +83,80 @@ bool HBOPinProps::getPinLoc(std::string& out) const {
     return true;
 }
 
-bool HBOPinProps::setPinLoc(const std::string& loc) {
-    m_loc = loc;
+bool HBOPinProps::setPinLoc(std::string loc) {
+    m_loc = std::move(loc);
     return true;
+}
+
+namespace {
+
+// Place of a lower-case name in the known list, or -1.
+int knownPropPlace(const std::string& lowerName) {
+    const std::vector<std::string>& names = HBOPinProps::getPortPropNames();
+    for (std::size_t i = 0; i < names.size(); ++i)
+        if (names[i].size() == lowerName.size() && names[i] == lowerName)
+            return static_cast<int>(i);
+    return -1;
+}
+
+}  // namespace
+
+const std::string* HBOPinProps::findPortProp(const std::string& lowerName) const {
+    const int place = knownPropPlace(lowerName);
+    if (place >= 0)
+        for (int i = 0; i < kInlineProps; ++i)
+            if (m_propSlot[i] == place + 1)
+                return &m_propValue[i];
+    auto it = m_otherProps.find(lowerName);
+    return it == m_otherProps.end() ? nullptr : &it->second;
+}
+
+std::string& HBOPinProps::portPropEntry(const std::string& lowerName) const {
+    const int place = knownPropPlace(lowerName);
+    if (place >= 0) {
+        int free = -1;
+        for (int i = 0; i < kInlineProps; ++i) {
+            if (m_propSlot[i] == place + 1)
+                return m_propValue[i];
+            if (m_propSlot[i] == 0 && free < 0)
+                free = i;
+        }
+        // Not inline: it may still have gone to the map when the slots were full.
+        auto it = m_otherProps.find(lowerName);
+        if (it != m_otherProps.end())
+            return it->second;
+        if (free >= 0) {
+            m_propSlot[free] = static_cast<unsigned char>(place + 1);
+            return m_propValue[free];
+        }
+    }
+    return m_otherProps[lowerName];
+}
+
+template <typename Fn>
+void HBOPinProps::forEachPortProp(Fn fn) const {
+    const std::vector<std::string>& names = getPortPropNames();
+    for (int i = 0; i < kInlineProps; ++i)
+        if (m_propSlot[i])
+            fn(names[m_propSlot[i] - 1], m_propValue[i]);
+    for (const auto& kv : m_otherProps)
+        fn(kv.first, kv.second);
 }
 
 const std::string& HBOPinProps::getPortProp(const std::string& name) const {
     // A read creates the entry on purpose: scripts see every property asked for.
-    return m_portProps[lower(name)];
+    return portPropEntry(lower(name));
 }
 
 bool HBOPinProps::setPortProp(const std::string& name, const std::string& value) {
-    m_portProps[lower(name)] = value;
+    portPropEntry(lower(name)) = value;
     return true;
+}
+
+std::map<std::string, std::string> HBOPinProps::getPortProps() const {
+    std::map<std::string, std::string> out;
+    forEachPortProp([&out](const std::string& name, const std::string& value) { out.emplace(name, value); });
+    return out;
 }
 
 const std::vector<std::string>& HBOPinProps::getPortPropNames() {
@@ -200,9 +261,10 @@ void HBOPinProps::copyIOPropertiesFrom(const HBOPinProps& other) {
         return;
     if (!other.m_loc.empty())
         m_loc = other.m_loc;
-    for (const auto& kv : other.m_portProps)
-        if (!kv.second.empty())
-            m_portProps[kv.first] = kv.second;
+    other.forEachPortProp([this](const std::string& name, const std::string& value) {
+        if (!value.empty())
+            portPropEntry(name) = value;
+    });
     if (!other.m_internalVref.empty())
         m_internalVref = other.m_internalVref;
     if (!other.m_gtLoc.empty())
@@ -214,18 +276,19 @@ void HBOPinProps::copyIOPropertiesFrom(const HBOPinProps& other) {
 void HBOPinProps::display(int /*indent*/) const {
     // The keys printed under their own labels, not again among the rest.
     static const std::set<std::string> labelled = {kIOStandard, kDrive, kSlew, kDiffTerm};
-    auto valueOf = [this](const char* key) {
-        auto it = m_portProps.find(key);
-        return it == m_portProps.end() ? std::string() : it->second;
+    const std::map<std::string, std::string> props = getPortProps();
+    auto valueOf = [&props](const char* key) {
+        auto it = props.find(key);
+        return it == props.end() ? std::string() : it->second;
     };
     std::ostringstream os;
     os << "Pin - index:" << m_pinIndex << ", name:" << m_name << ", iostd:" << valueOf(kIOStandard);
     if (hasPinLoc())
         os << ", loc:" << m_loc;
     for (const char* key : {kDrive, kSlew, kDiffTerm})
-        if (m_portProps.count(key))
+        if (props.count(key))
             os << ", " << key << ":" << valueOf(key);
-    for (const auto& kv : m_portProps)
+    for (const auto& kv : props)
         if (!labelled.count(kv.first))
             os << ", " << kv.first << ":" << kv.second;
     for (const auto& kv : m_ioBankProps)

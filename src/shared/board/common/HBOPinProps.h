@@ -34,17 +34,22 @@ public:
 
     const std::string& getName() const { return m_name; }
     bool getName(std::string& out) const;
-    bool setName(const std::string& name);
+    bool setName(std::string name);
 
     const std::string& getPinLoc() const { return m_loc; }
     bool getPinLoc(std::string& out) const;
-    bool setPinLoc(const std::string& loc);
+    bool setPinLoc(std::string loc);
     bool hasPinLoc() const { return !m_loc.empty(); }
 
-    // Names are lower-cased. A read of an unknown property creates an empty entry.
+    // Names are lower-cased. A read of an unknown property creates an empty entry;
+    // the reference stays good for the pin's life.
     const std::string& getPortProp(const std::string& name) const;
     bool setPortProp(const std::string& name, const std::string& value);
-    const std::map<std::string, std::string>& getPortProps() const { return m_portProps; }
+    // The stored value, or null; unlike getPortProp this creates nothing. The name
+    // must be in lower case.
+    const std::string* findPortProp(const std::string& lowerName) const;
+    // A copy of all properties, by name.
+    std::map<std::string, std::string> getPortProps() const;
     // The sixteen known port property names, in their fixed order.
     static const std::vector<std::string>& getPortPropNames();
 
@@ -118,7 +123,16 @@ private:
     HBOModelPort* m_ownerPort = nullptr;
     std::string m_name;
     std::string m_loc;
-    mutable std::map<std::string, std::string> m_portProps;
+    // Port properties. Most pins have a few of the known ones, so those live in
+    // the pin itself; others, and any past the inline slots, in the map. A name
+    // lives in one place only; nothing moves once stored, so references stay good.
+    enum { kInlineProps = 4 };
+    std::string& portPropEntry(const std::string& lowerName) const;
+    template <typename Fn>
+    void forEachPortProp(Fn fn) const;
+    mutable unsigned char m_propSlot[kInlineProps] = {0, 0, 0, 0};  // 1 + name's place in the known list; 0 free
+    mutable std::string m_propValue[kInlineProps];
+    mutable std::map<std::string, std::string> m_otherProps;
     std::string m_internalVref;
     std::string m_gtLoc;
     std::map<std::string, std::string> m_ioBankProps;

@@ -346,17 +346,6 @@ std::string HBOBoardParser::getText(const HXMLWElement* e) {
     return text ? text : "";
 }
 
-std::vector<HXMLWElement*> HBOBoardParser::getChildElements(const HXMLWElement* e) {
-    std::vector<HXMLWElement*> out;
-    if (!e)
-        return out;
-    std::shared_ptr<HXMLWElementList> children;
-    e->getChildren(children);
-    if (children)
-        out = *children;
-    return out;
-}
-
 std::string HBOBoardParser::directoryOf(const std::string& file) {
     // A bare file name lies in the working directory, not at the root.
     std::string dir = fs::path(file).parent_path().string();

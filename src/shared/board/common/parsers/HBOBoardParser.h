@@ -17,6 +17,7 @@
 
 #include "ComMsgMgrInstance.h"
 #include "DeferredMessage.h"
+#include "HBOChildElements.h"
 #include "HBOBoardComponent.h"
 #include "HXMLWElement.h"
 
@@ -37,7 +38,8 @@ class HBOBoardParser {
 public:
     // The design constraints of one component, as its pin file lists them.
     typedef HBOBoardComponent::DesignConstrs DesignConstrList;
-    typedef std::map<std::string, HBOPinProps*> PinMap;
+    // The pins of one pin file: one per name, the later of a name kept, in name order.
+    typedef std::vector<HBOPinProps*> PinList;
 
     HBOBoardParser();
     ~HBOBoardParser();
@@ -80,7 +82,7 @@ private:
     static std::string getAttr(const HXMLWElement* e, const char* name);
     static std::string getText(const HXMLWElement* e);
     // Element children in document order; empty when there are none.
-    static std::vector<HXMLWElement*> getChildElements(const HXMLWElement* e);
+    static HBOChildElements getChildElements(const HXMLWElement* e) { return HBOChildElements(e); }
     static std::string directoryOf(const std::string& file);
     static std::string toLower(std::string text);
     static std::string toUpper(std::string text);
@@ -130,9 +132,12 @@ private:
     // ---- Pin file ----
     // Finds the pin file named by `pinMapFile` (relative to the board file
     // when it has no directory part) and reads it; false when it is missing.
-    bool readPinFile(const std::string& pinMapFile, PinMap& pins, DesignConstrList& constrs);
-    bool readPinXml(const std::string& file, PinMap& pins, DesignConstrList& constrs);
-    void readPins(HXMLWElement* pinsElem, const std::string& file, PinMap& pins);
+    bool readPinFile(const std::string& pinMapFile, PinList& pins, DesignConstrList& constrs);
+    bool readPinXml(const std::string& file, PinList& pins, DesignConstrList& constrs);
+    void readPins(HXMLWElement* pinsElem, const std::string& file, PinList& pins);
+    // Pins in document order to the result of the pin reader: of two pins of one
+    // name the earlier is deleted and the later stays, and the list is in name order.
+    static void keepLastPinOfEachName(PinList& pins);
     void readDesignConstrs(HXMLWElement* constrsElem, DesignConstrList& constrs);
 
     // ---- Preset file ----
@@ -183,9 +188,9 @@ private:
     // Physical port name to (interface name, of_component), over one parse,
     // for the port check's "named twice in one component" finding.
     std::map<std::string, std::pair<std::string, std::string>> portOwners;
-    // Pins past the direct table by index, per component, for the connections
-    // section only (no pin comes or goes while it is read).
-    std::unordered_map<const HBOBoardComponent*, std::unordered_map<int, HBOPinProps*>> pinsPastTable;
+    // Pins by index, sorted, per component, for the look-ups past the direct table
+    // during the connections section only (no pin comes or goes while it is read).
+    std::unordered_map<const HBOBoardComponent*, std::vector<std::pair<int, HBOPinProps*>>> pinsPastTable;
 };
 
 #endif

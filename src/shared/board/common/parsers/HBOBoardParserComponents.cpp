@@ -100,7 +100,7 @@ bool HBOBoardParser::readComponents(HXMLWElement* root, std::string& reason) {
         return false;
     }
     ignoredPortProps = getIgnoredPortProps(board->getName());
-    std::vector<HXMLWElement*> children = getChildElements(root);
+    HBOChildElements children = getChildElements(root);
     if (children.empty())
         return false;
 
@@ -163,19 +163,19 @@ bool HBOBoardParser::readComponent(HBOBoardComponent* component, HXMLWElement* e
     }
 
     if (!pinMapFile.empty()) {
-        PinMap pins;
+        PinList pins;
         DesignConstrList constrs;
         try {
             readPinFile(pinMapFile, pins, constrs);
         } catch (...) {
-            for (auto& kv : pins)
-                delete kv.second;
+            for (HBOPinProps* pin : pins)
+                delete pin;
             throw;
         }
         component->setDesignConstrs(constrs);
-        for (auto& kv : pins) {
-            component->addPin(kv.second);
-            kv.second->setOwner(component);
+        for (HBOPinProps* pin : pins) {
+            component->addPin(pin);
+            pin->setOwner(component);
         }
     }
 
@@ -497,16 +497,18 @@ bool HBOBoardParser::readPortMap(HBOBusIf* busIf, HBOBoardComponent* component, 
         for (HXMLWElement* child : getChildElements(e)) {
             if (!isNamed(child, "pin_maps"))
                 continue;
-            std::vector<HXMLWElement*> pinMaps = getChildElements(child);
+            HBOChildElements pinMaps = getChildElements(child);
             int width = 0;
             port->getPortWidth(width);
             if (static_cast<int>(pinMaps.size()) != width)
                 deferCheck("Necessary component pins not provided for '" + physical + "'.");
 
-            std::map<std::string, std::string> pinByIndex;
+            // Values point into the file's tree, which outlives this loop.
+            std::map<std::string, const char*> pinByIndex;
             for (HXMLWElement* pm : pinMaps) {
                 const std::string index = getAttr(pm, "port_index");
-                const std::string pinName = getAttr(pm, "component_pin");
+                const char* pinText = pm->getAttribute("component_pin");
+                std::string pinName = pinText ? pinText : "";
                 auto seen = pinByIndex.find(index);
                 if (seen != pinByIndex.end()) {
                     if (checks2020Enabled)
@@ -514,14 +516,14 @@ bool HBOBoardParser::readPortMap(HBOBusIf* busIf, HBOBoardComponent* component, 
                                    physical + "' the port index '" + index + "' is used for both '" + seen->second +
                                    "' and for '" + pinName + "'. Port index must be unique.");
                 } else {
-                    pinByIndex[index] = pinName;
+                    pinByIndex.emplace(index, pinText ? pinText : "");
                 }
                 if (HBOPinProps* pin = component->findPin(pinName))
                     pin->addIntfPortMap(busIf->getName(), index);
                 else
                     deferCheck("Pin Map file does not provide LOC constraints for " + pinName +
                                " COMP : " + component->getComponentName() + ".");
-                port->addPinPortMap(index, pinName);
+                port->addPinPortMap(index, std::move(pinName));
             }
         }
     } catch (...) {
@@ -538,6 +540,7 @@ bool HBOBoardParser::readPortMap(HBOBusIf* busIf, HBOBoardComponent* component, 
     busIf->addPort(port);
     busIf->populatePortMap(portMap);
     component->setModelPort(physical, port);
+    component->adoptModelPort(port);
     if (parsedVlnvs)
         logicalPorts.insert(logical);
     return true;

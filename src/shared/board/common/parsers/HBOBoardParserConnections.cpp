@@ -1,5 +1,6 @@
 // The sections of board.xml that tie the components together: jtag chains,
 // IP association rules, the parameter table, connections and connected boards.
+#include <algorithm>
 #include <map>
 #include <string>
 #include <vector>
@@ -25,11 +26,11 @@ float parseDelay(const std::string& text) {
 }
 
 // The I/O standard without creating an empty entry on the pin by reading it.
-std::string ioStandardOf(const HBOPinProps* pin) {
+const std::string& ioStandardOf(const HBOPinProps* pin) {
     static const std::string key = "iostandard";
-    const std::map<std::string, std::string>& props = pin->getPortProps();
-    auto it = props.find(key);
-    return it == props.end() ? std::string() : it->second;
+    static const std::string none;
+    const std::string* value = pin->findPortProp(key);
+    return value ? *value : none;
 }
 
 }  // namespace
@@ -208,6 +209,7 @@ bool HBOBoardParser::readConnectionMap(HXMLWElement* map, const std::string& con
                 HBOPinProps* pin1 = c1 ? pinByIndex(c1, start1 + i) : nullptr;
                 HBOPinProps* pin2 = c2 ? pinByIndex(c2, start2 + i) : nullptr;
                 if (pin1 && pin2) {
+                    // Copies: setting one pin's standard may be the other pin's, when both are one.
                     const std::string std1 = ioStandardOf(pin1);
                     const std::string std2 = ioStandardOf(pin2);
                     if (c1->getType() == "fpga" && !std1.empty())
@@ -263,15 +265,20 @@ HBOPinProps* HBOBoardParser::pinByIndex(HBOBoardComponent* component, int index)
         return component->getPinByIndex(index);
     auto known = pinsPastTable.find(component);
     if (known == pinsPastTable.end()) {
-        // The first pin of an index in key order wins, as in the walk.
-        std::unordered_map<int, HBOPinProps*>& byIndex = pinsPastTable[component];
+        std::vector<std::pair<int, HBOPinProps*>> byIndex;
+        byIndex.reserve(component->getPins().size());
         for (const auto& kv : component->getPins())
             if (kv.second)
-                byIndex.emplace(kv.second->getPinIndex(), kv.second);
-        known = pinsPastTable.find(component);
+                byIndex.emplace_back(kv.second->getPinIndex(), kv.second);
+        // Stable: of the pins of one index the first in key order wins, as in the walk.
+        std::stable_sort(byIndex.begin(), byIndex.end(),
+                         [](const auto& a, const auto& b) { return a.first < b.first; });
+        known = pinsPastTable.emplace(component, std::move(byIndex)).first;
     }
-    auto pin = known->second.find(index);
-    return pin == known->second.end() ? nullptr : pin->second;
+    const auto& byIndex = known->second;
+    auto pin = std::lower_bound(byIndex.begin(), byIndex.end(), index,
+                                [](const auto& entry, int wanted) { return entry.first < wanted; });
+    return pin != byIndex.end() && pin->first == index ? pin->second : nullptr;
 }
 
 void HBOBoardParser::checkPinIndices(const std::string& component, int first, int last,

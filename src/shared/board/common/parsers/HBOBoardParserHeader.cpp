@@ -52,7 +52,7 @@ bool HBOBoardParser::readHeader(HXMLWElement* root, std::string& reason) {
         reason = kNullRoot;
         return false;
     }
-    std::vector<HXMLWElement*> children = getChildElements(root);
+    HBOChildElements children = getChildElements(root);
     if (children.empty())
         return false;
 
@@ -77,7 +77,7 @@ bool HBOBoardParser::readHeader(HXMLWElement* root, std::string& reason) {
     std::string boardImage;
     for (HXMLWElement* child : children) {
         if (isNamed(child, "compatible_board_revisions")) {
-            std::vector<HXMLWElement*> revisions = getChildElements(child);
+            HBOChildElements revisions = getChildElements(child);
             if (revisions.empty()) {
                 addDeferredMessage(ComMsgMgrInstance::createInstance::eval(
                     1, __FILE__, __LINE__, "board", ComMsgMgr::MSG_WARNING, "@49-97@%s", boardFile()));

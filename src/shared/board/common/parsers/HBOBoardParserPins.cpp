@@ -1,5 +1,6 @@
 // The pin file of a component (part0_pins.xml): pins with their locations and
 // I/O properties, and the design constraints of the device's banks.
+#include <algorithm>
 #include <map>
 #include <string>
 #include <unordered_set>
@@ -21,14 +22,14 @@ const char* const kIoBankPrefix = "iobank.";
 
 }  // namespace
 
-bool HBOBoardParser::readPinFile(const std::string& pinMapFile, PinMap& pins, DesignConstrList& constrs) {
+bool HBOBoardParser::readPinFile(const std::string& pinMapFile, PinList& pins, DesignConstrList& constrs) {
     ComMsgMgr::sendScopedMsg::eval(1, __FILE__, __LINE__, "board", "board.parse", ComMsgMgr::MSG_DEBUG2,
                                    "HBOBoardParser parsing pin file'%s'\n", pinMapFile);
     return readSideFile(pinMapFile, "@49-55@%s", "@49-57@%s%s",
                         [&](const std::string& path) { return readPinXml(path, pins, constrs); });
 }
 
-bool HBOBoardParser::readPinXml(const std::string& file, PinMap& pins, DesignConstrList& constrs) {
+bool HBOBoardParser::readPinXml(const std::string& file, PinList& pins, DesignConstrList& constrs) {
     if (!board)
         return false;
     if (file.empty())
@@ -37,7 +38,7 @@ bool HBOBoardParser::readPinXml(const std::string& file, PinMap& pins, DesignCon
         return false;
 
     std::shared_ptr<HXMLWElement> root = loadXmlFile(file);
-    std::vector<HXMLWElement*> children = getChildElements(root.get());
+    HBOChildElements children = getChildElements(root.get());
     if (children.empty())
         return true;
 
@@ -54,14 +55,27 @@ bool HBOBoardParser::readPinXml(const std::string& file, PinMap& pins, DesignCon
         else if (isNamed(child, "pins"))
             readPins(child, file, pins);
     }
+    keepLastPinOfEachName(pins);
     return true;
 }
 
-void HBOBoardParser::readPins(HXMLWElement* pinsElem, const std::string& file, PinMap& pins) {
-    std::map<int, std::string> nameByIndex;
+void HBOBoardParser::readPins(HXMLWElement* pinsElem, const std::string& file, PinList& pins) {
+    const HBOChildElements children = getChildElements(pinsElem);
+    // Earlier pin of each index, for the clash text. Indices are mostly dense from
+    // 0, so those get a direct table and only the rest a map.
+    std::vector<const HBOPinProps*> denseByIndex(children.size(), nullptr);
+    std::map<int, const HBOPinProps*> sparseByIndex;
     std::map<std::string, int> indexByLoc;
-    for (HXMLWElement* e : getChildElements(pinsElem)) {
-        const std::string name = getAttr(e, "name");
+    static const std::unordered_set<std::string> propNames(HBOPinProps::getPortPropNames().begin(),
+                                                            HBOPinProps::getPortPropNames().end());
+    pins.reserve(pins.size() + children.size());
+    for (HXMLWElement* e : children) {
+        // A pin that fails the checks below is still made: the faults are
+        // reported, the data is kept.
+        HBOPinProps* pin = new HBOPinProps();
+        pins.push_back(pin);
+        pin->setName(getAttr(e, "name"));
+        const std::string& name = pin->getName();
         const char* indexText = e->getAttribute("index");
         const int index = parseIntAttribute(indexText, "pin index");
         if (!indexText) {
@@ -69,15 +83,19 @@ void HBOBoardParser::readPins(HXMLWElement* pinsElem, const std::string& file, P
                                                                        ComMsgMgr::MSG_WARNING, "@49-98@%s%s",
                                                                        file, name));
         } else {
-            auto seen = nameByIndex.find(index);
-            if (seen != nameByIndex.end() && checks2020Enabled)
-                deferCheck("The pin index '" + std::to_string(index) + "' is used for both '" + seen->second +
+            const HBOPinProps*& seen = static_cast<std::size_t>(index) < denseByIndex.size()
+                                           ? denseByIndex[static_cast<std::size_t>(index)]
+                                           : sparseByIndex[index];
+            if (seen && checks2020Enabled)
+                deferCheck("The pin index '" + std::to_string(index) + "' is used for both '" + seen->getName() +
                            "' and for '" + name + "'. Pin index must be unique.");
             else
-                nameByIndex[index] = name;
+                seen = pin;
         }
 
-        const std::string loc = getAttr(e, "loc");
+        pin->setPinIndex(index);
+        pin->setPinLoc(getAttr(e, "loc"));
+        const std::string& loc = pin->getPinLoc();
         if (loc.empty())
             deferCheck("Location constraints are not provided for '" + name + "'.");
         auto seenLoc = indexByLoc.find(loc);
@@ -87,15 +105,7 @@ void HBOBoardParser::readPins(HXMLWElement* pinsElem, const std::string& file, P
         else
             indexByLoc[loc] = index;
 
-        // A pin that failed the checks above is still made: the faults are
-        // reported, the data is kept.
-        HBOPinProps* pin = new HBOPinProps();
-        pin->setName(name);
-        pin->setPinIndex(index);
-        pin->setPinLoc(loc);
         // One walk over the pin's attributes: the property names, exact, and the bank ones.
-        static const std::unordered_set<std::string> propNames(HBOPinProps::getPortPropNames().begin(),
-                                                                HBOPinProps::getPortPropNames().end());
         for (int i = 0, n = e->getAttributeCount(); i < n; ++i) {
             const char* attr = e->getAttributeName(i);
             if (!attr)
@@ -109,15 +119,22 @@ void HBOBoardParser::readPins(HXMLWElement* pinsElem, const std::string& file, P
                                        getAttr(e, attr));
             }
         }
-
-        auto old = pins.find(name);
-        if (old != pins.end()) {
-            delete old->second;
-            old->second = pin;
-        } else {
-            pins[name] = pin;
-        }
     }
+}
+
+void HBOBoardParser::keepLastPinOfEachName(PinList& pins) {
+    // Stable, so that of the pins of one name the one read last ends its run.
+    std::stable_sort(pins.begin(), pins.end(),
+                     [](const HBOPinProps* a, const HBOPinProps* b) { return a->getName() < b->getName(); });
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < pins.size(); ++i) {
+        if (i + 1 < pins.size() && pins[i + 1]->getName() == pins[i]->getName()) {
+            delete pins[i];
+            continue;
+        }
+        pins[kept++] = pins[i];
+    }
+    pins.resize(kept);
 }
 
 void HBOBoardParser::readDesignConstrs(HXMLWElement* constrsElem, DesignConstrList& constrs) {
