@@ -1,8 +1,4 @@
 // The deep copy of a board under a new name.
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
 
 #include "board_fixture.h"
 
@@ -25,7 +21,7 @@ FixtureBoard makeRichSource() {
     f->setPresetFile("/repo/acme/lynx_eval/1.2/preset.xml");
     f->setBoardImage("/repo/acme/lynx_eval/1.2/lynx.jpg");
     f->setSupportsCED(false);
-    f->setPowerRails({HBOPowerRail("VCCINT", std::vector<std::string>{"u9"}, std::vector<std::string>{}, true, 0)});
+    f->setPowerRails({HBOPowerRail("VCCINT", Names{"u9"}, Names{}, true, 0)});
     f->addConnectedBoard("b1", "acme:carrier:1.0");
     f->addConnectedComponents("b1", "j1", "b2", "j2");
     f.images.emplace_back(new HBOImage("lynx.jpg", "Lynx", "top view", "high", "board"));
@@ -33,38 +29,25 @@ FixtureBoard makeRichSource() {
     return f;
 }
 
-}  // namespace
-
-TEST(BoardCopy, KeepsIdentityButTakesTheNewBoardName) {
-    FixtureBoard src = makeRichSource();
-    HBOBoard copy(*src, "Lynx_Copy");
-
-    EXPECT_EQ("acme:lynx_copy:1.2", copy.getName());
-    EXPECT_EQ("lynx_copy", copy.getBoardName());
-    EXPECT_EQ("acme", copy.getVendor());
-    EXPECT_EQ("1.2", copy.getVersion());
-    EXPECT_EQ("", copy.getBoardFile());
-    EXPECT_EQ(src->getChangeLogFilename(), copy.getChangeLogFilename());
-    EXPECT_EQ("/repo", copy.getRepository());
-    EXPECT_EQ(src->getSpecUrl(), copy.getSpecUrl());
-    EXPECT_EQ("Lynx Evaluation Board", copy.getDisplayName());
-    EXPECT_EQ("long", copy.getLongDesc());
-    EXPECT_EQ("1.1", copy.getMigratedFromSchema());
-    EXPECT_EQ("2.2", copy.getBoardSchemaVersion());
-    EXPECT_EQ("7", copy.getFileRevision());
-    EXPECT_EQ(src->getDescription(), copy.getDescription());
-    EXPECT_EQ("Rev B", copy.getBoardRevision());
-    EXPECT_EQ(src->getCompatibleBoardRevisions(), copy.getCompatibleBoardRevisions());
-    EXPECT_EQ(std::vector<std::string>{"chain1"}, copy.getJtagChains());
-    EXPECT_EQ(src->getPresetFile(), copy.getPresetFile());
-    EXPECT_EQ(src->getBoardImage(), copy.getBoardImage());
-    EXPECT_FALSE(copy.getSupportsCED());
+// The texts a copy keeps as they are.
+Names texts(const HBOBoard& b) {
+    return {b.getChangeLogFilename(), b.getRepository(), b.getSpecUrl(), b.getDisplayName(), b.getLongDesc(),
+            b.getMigratedFromSchema(), b.getBoardSchemaVersion(), b.getFileRevision(), b.getDescription(),
+            b.getBoardRevision(), b.getPresetFile(), b.getBoardImage()};
 }
 
-TEST(BoardCopy, DerivedAndFileDataStartEmpty) {
+}  // namespace
+
+TEST(BoardCopy, KeepsIdentityButTakesTheNewBoardNameAndDropsDerivedData) {
     FixtureBoard src = makeRichSource();
-    HBOBoard copy(*src, "x");
-    EXPECT_EQ("acme:x:1.2", copy.getName());
+    HBOBoard copy(*src, "Lynx_Copy");
+    EXPECT_EQ((Names{"acme:lynx_copy:1.2", "lynx_copy", "acme", "1.2", ""}),
+              (Names{copy.getName(), copy.getBoardName(), copy.getVendor(), copy.getVersion(), copy.getBoardFile()}));
+    EXPECT_EQ(texts(*src), texts(copy));
+    EXPECT_EQ("Rev B", copy.getBoardRevision());
+    EXPECT_EQ(src->getCompatibleBoardRevisions(), copy.getCompatibleBoardRevisions());
+    EXPECT_EQ(Names{"chain1"}, copy.getJtagChains());
+    EXPECT_FALSE(copy.getSupportsCED());
     EXPECT_TRUE(copy.getPowerRails().empty());
     EXPECT_TRUE(copy.getBoardDataProps().getAllData().empty());
     EXPECT_TRUE(copy.getConnectedBoards().empty());
@@ -75,40 +58,34 @@ TEST(BoardCopy, DerivedAndFileDataStartEmpty) {
 TEST(BoardCopy, ChildrenAreClonesWithTheirNames) {
     FixtureBoard src = makeRichSource();
     HBOBoard copy(*src, "x");
-
     ASSERT_EQ(src->getParameters().size(), copy.getParameters().size());
     EXPECT_NE(src->getParameters()[0], copy.getParameters()[0]);
     EXPECT_EQ("heat_sink", copy.getParameters()[0]->getName());
-
     ASSERT_EQ(2u, copy.getJumpers().size());
     EXPECT_NE(src->getJumpers()[0], copy.getJumpers()[0]);
     EXPECT_EQ("j1", copy.getJumpers()[0]->getName());
     EXPECT_EQ(&copy, copy.getJumpers()[1]->getOwner());
     EXPECT_FALSE(copy.getJumpers()[1]->getDefaultValue());
-
     ASSERT_EQ(1u, copy.getImages().size());
     EXPECT_NE(src->getImages()[0], copy.getImages()[0]);
     EXPECT_EQ("lynx.jpg", copy.getImages()[0]->getName());
-
     ASSERT_EQ(src->getBoardComponents().size(), copy.getBoardComponents().size());
     for (const auto& entry : copy.getBoardComponents()) {
         EXPECT_EQ(entry.first, entry.second->getComponentName());
         EXPECT_NE(src->findBoardComponent(entry.first), entry.second);
         EXPECT_EQ(&copy, entry.second->getBoard());
     }
-
     ASSERT_EQ(3u, copy.getBuses().size());
     EXPECT_EQ("fpga1_ddr", copy.getBuses()[0]->getName());
     EXPECT_EQ(&copy, copy.getBuses()[0]->getOwner());
     EXPECT_EQ(2u, copy.getBuses()[0]->getBoardBusNets().size());
-
     std::vector<HBOIpPreset*> presets = copy.findPresetProc("ddr_preset");
     ASSERT_EQ(1u, presets.size());
     EXPECT_NE(src->findPresetProc("ddr_preset")[0], presets[0]);
     EXPECT_EQ(&copy, presets[0]->getOwner());
-    std::vector<std::string> assoc;
+    Names assoc;
     EXPECT_TRUE(copy.getIpAssocInterfaces("korvelhw:ip:gpio:2.0", "gpio", assoc));
-    EXPECT_EQ((std::vector<std::string>{"fmc_gpio", "user_leds"}), assoc);
+    EXPECT_EQ((Names{"fmc_gpio", "user_leds"}), assoc);
 
     // The copy works on its own children.
     copy.getJumpers()[1]->setDefaultValue(true);
@@ -123,29 +100,12 @@ TEST(BoardCopy, ActivePartIsTheFirstFpgaWhateverTheSourceChose) {
     addComponent(*src, "fpga2", "fpga");
     src->setActivePart(src->findBoardComponent("fpga2"));
     HBOBoard copy(*src, "x");
-    ASSERT_NE(nullptr, copy.getActivePart());
-    EXPECT_EQ("fpga1", copy.getActivePart()->getComponentName());
     EXPECT_EQ(copy.findBoardComponent("fpga1"), copy.getActivePart());
+    EXPECT_NE(nullptr, copy.getActivePart());
     EXPECT_EQ("zr5100-pk324-1", copy.getBoardPartName());
 }
 
-TEST(BoardCopy, PinTableOfTheCopyStillShowsTheSourcePins) {
-    FixtureBoard src = makeEvalBoard();
-    HBOBoard copy(*src, "x");
-    const HBOBoardComponent* srcFpga = src->findBoardComponent("fpga1");
-    const HBOBoardComponent* fpga = copy.findBoardComponent("fpga1");
-
-    // The pins map holds clones of the copy's own ...
-    HBOPinProps* byName = fpga->findPin("P2");
-    ASSERT_NE(nullptr, byName);
-    EXPECT_NE(srcFpga->findPin("P2"), byName);
-    EXPECT_EQ(fpga, byName->getOwner());
-    // ... but the index table was taken over as it stood.
-    EXPECT_EQ(srcFpga->findPin("P2"), fpga->getPinByIndex(2));
-    EXPECT_EQ(srcFpga, fpga->getPinByIndex(2)->getOwner());
-}
-
-TEST(BoardCopy, IntegrationDataIsCarriedOver) {
+TEST(BoardCopy, IntegrationDataIsCarriedOverAndHolesAreSkipped) {
     FixtureBoard base = makeEmptyBoard("Zenith", "Carrier", "3.0");
     FixtureBoard src = makeEvalBoard();
     src->setIntegratedBoard(true);
@@ -154,14 +114,11 @@ TEST(BoardCopy, IntegrationDataIsCarriedOver) {
     EXPECT_TRUE(copy.isIntegratedBoard());
     EXPECT_EQ(base.get(), copy.getBaseBoard());
     EXPECT_EQ("carrier", copy.getBaseBoardName());
-}
-
-TEST(BoardCopy, SourceWithHolesAndNoChildrenCopies) {
-    FixtureBoard src = makeEmptyBoard();
-    src->addBus(nullptr);
-    src->addParameter(nullptr);
-    HBOBoard copy(*src, "x");
-    EXPECT_TRUE(copy.getBuses().empty());
-    EXPECT_TRUE(copy.getParameters().empty());
-    EXPECT_EQ(nullptr, copy.getActivePart());
+    FixtureBoard holes = makeEmptyBoard();
+    holes->addBus(nullptr);
+    holes->addParameter(nullptr);
+    HBOBoard empty(*holes, "x");
+    EXPECT_TRUE(empty.getBuses().empty());
+    EXPECT_TRUE(empty.getParameters().empty());
+    EXPECT_EQ(nullptr, empty.getActivePart());
 }

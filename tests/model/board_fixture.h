@@ -1,22 +1,27 @@
-// A small invented evaluation board built in code, for the board tests.
+// Invented boards built in code, and the small helpers the model tests share.
 //
+// The evaluation board:
 //   fpga1 (fpga)  --fpga1_ddr  {j1 true}-->  ddr_chip (memory, mode ddr_mode {J1 true})
 //                 --fpga1_leds {j2 true}-->  leds     (chip,   mode led_mode, no dependency)
 //                 --fpga1_fmc1 (none)   -->  fmc1     (connector fmc_hpc)
-//   spare (chip): no connection
-//   jumpers j1 = true, j2 = false
-//
-// fpga1 carries the interfaces ddr_mem (of ddr_chip), user_leds (of leds)
-// and ref_clock (of nothing); fmc1 carries fmc_gpio. The board does not own
-// its jumpers, images and presets, so the fixture keeps them and frees them
-// after the board.
+//   spare (chip): no connection; jumpers j1 = true, j2 = false
+// fpga1 carries the interfaces ddr_mem (of ddr_chip), user_leds (of leds) and
+// ref_clock (of nothing); fmc1 carries fmc_gpio. The board does not own its
+// jumpers, images and presets, so the fixture keeps them and frees them after it.
 #ifndef BOARD_FIXTURE_H
 #define BOARD_FIXTURE_H
 
+#include <gtest/gtest.h>
+
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include <boost/algorithm/string/classification.hpp>
+#include <boost/algorithm/string/split.hpp>
+
+#include "ComMsgMgr.h"
 #include "HBOBoard.h"
 #include "HBOBoardBus.h"
 #include "HBOBoardBusNet.h"
@@ -29,8 +34,87 @@
 #include "HBOModelPort.h"
 #include "HBOParameter.h"
 #include "HBOPinProps.h"
+#include "HBOPortMap.h"
 
 namespace board_fixture {
+
+typedef std::vector<std::string> Names;
+
+// "v:l:n:r" as four fields, missing ones empty.
+inline Names vlnvParts(const std::string& vlnv) {
+    Names parts;
+    boost::algorithm::split(parts, vlnv, boost::algorithm::is_any_of(":"));
+    parts.resize(4);
+    return parts;
+}
+
+template <class T>
+Names namesOf(const std::vector<T*>& objects) {
+    Names out;
+    for (const T* o : objects)
+        out.push_back(o->getName());
+    return out;
+}
+
+// What `f` writes to standard error.
+template <class F>
+std::string stderrOf(F f) {
+    testing::internal::CaptureStderr();
+    f();
+    return testing::internal::GetCapturedStderr();
+}
+
+// Records every delivered message while alive and keeps them off standard error;
+// a debug channel named here is switched on for the time.
+struct MessageRecorder {
+    explicit MessageRecorder(const std::string& channel = "") : channel(channel), print(ComMsgMgr::printToStderr()) {
+        ComMsgMgr::setPrintToStderr(false);
+        ComMsgMgr::enableScope(channel, !channel.empty());
+        handle = ComMsgMgr::addListener([this](const ComMsgMgrInstance& m) { messages.push_back(m); });
+    }
+    ~MessageRecorder() {
+        ComMsgMgr::removeListener(handle);
+        ComMsgMgr::enableScope(channel, false);
+        ComMsgMgr::setPrintToStderr(print);
+    }
+    // The messages of one id, and the first arguments of the lines of the channel.
+    std::vector<ComMsgMgrInstance> withId(const std::string& id) const {
+        std::vector<ComMsgMgrInstance> out;
+        for (const ComMsgMgrInstance& m : messages)
+            if (m.getId() == id)
+                out.push_back(m);
+        return out;
+    }
+    Names channelLines() const {
+        Names out;
+        for (const ComMsgMgrInstance& m : messages)
+            if (m.getChannel() == channel && !m.getArgs().empty())
+                out.push_back(m.getArgs()[0]);
+        return out;
+    }
+    const std::string channel;
+    const bool print;
+    int handle = 0;
+    std::vector<ComMsgMgrInstance> messages;
+};
+
+inline HBOPinProps* makePin(const std::string& name, int index) {
+    HBOPinProps* p = new HBOPinProps();
+    p->setName(name);
+    p->setPinIndex(index);
+    return p;
+}
+
+inline HBOBusIf* makeBusIf(const std::string& name, const std::string& vlnv) {
+    HBOBusIf* b = new HBOBusIf();
+    b->setName(name);
+    const Names f = vlnvParts(vlnv);
+    b->setAbstractTypeVendor(f[0]);
+    b->setAbstractTypeLibrary(f[1]);
+    b->setAbstractTypeName(f[2]);
+    b->setAbstractTypeVersion(f[3]);
+    return b;
+}
 
 struct FixtureBoard {
     // Declared before the board so that they outlive it.
@@ -57,16 +141,7 @@ struct FixtureBoard {
     HBOIpPreset* makePreset(const std::string& vlnv, const std::string& ipInterface) {
         presets.emplace_back(new HBOIpPreset());
         HBOIpPreset* p = presets.back().get();
-        std::vector<std::string> parts;
-        std::string::size_type start = 0;
-        for (;;) {
-            const std::string::size_type colon = vlnv.find(':', start);
-            parts.push_back(vlnv.substr(start, colon == std::string::npos ? std::string::npos : colon - start));
-            if (colon == std::string::npos)
-                break;
-            start = colon + 1;
-        }
-        parts.resize(4);
+        const Names parts = vlnvParts(vlnv);
         p->setVendor(parts[0]);
         p->setLibrary(parts[1]);
         p->setName(parts[2]);
@@ -77,33 +152,30 @@ struct FixtureBoard {
     }
 };
 
+// A component of `board`, named after the board's identity when it has one.
 inline HBOBoardComponent* addComponent(HBOBoard& board, const std::string& name, const std::string& type,
                                        const std::string& subType = std::string()) {
     HBOBoardComponent* c = new HBOBoardComponent();
     c->setComponentName(name);
     c->setType(type);
     c->setSubType(subType);
-    c->setName(board.getVendor(), board.getBoardName(), name, board.getVersion());
+    if (!board.getVendor().empty())
+        c->setName(board.getVendor(), board.getBoardName(), name, board.getVersion());
     c->setBoard(&board);
     board.addBoardComponent(c);
     return c;
 }
 
 inline HBOBusIf* addInterface(HBOBoardComponent* c, const std::string& name, const std::string& ofComponent) {
-    HBOBusIf* i = new HBOBusIf();
-    i->setName(name);
+    HBOBusIf* i = makeBusIf(name, "korvelhw:interface:" + name + "_rtl:1.0");
     i->setOfComponent(ofComponent);
     i->setOwnerComponent(c);
-    i->setAbstractTypeVendor("korvelhw");
-    i->setAbstractTypeLibrary("interface");
-    i->setAbstractTypeName(name + "_rtl");
-    i->setAbstractTypeVersion("1.0");
     c->setBusIf(name, i);
     return i;
 }
 
 // A port of `busIf` whose pins are the component pins named in `pins`, by position.
-inline HBOModelPort* addPort(HBOBusIf* busIf, const std::string& name, const std::vector<std::string>& pins) {
+inline HBOModelPort* addPort(HBOBusIf* busIf, const std::string& name, const Names& pins) {
     HBOModelPort* port = new HBOModelPort();
     port->setName(name);
     port->setOwner(busIf);
@@ -115,14 +187,24 @@ inline HBOModelPort* addPort(HBOBusIf* busIf, const std::string& name, const std
 }
 
 inline HBOPinProps* addPin(HBOBoardComponent* c, const std::string& name, int index) {
-    HBOPinProps* p = new HBOPinProps();
-    p->setName(name);
-    p->setPinIndex(index);
+    HBOPinProps* p = makePin(name, index);
     p->setOwner(c);
     c->addPin(p);
     return p;
 }
 
+inline HBOBoardBusNet* addNet(HBOBoardBus& bus, const std::string& name, int c1, int c2) {
+    HBOBoardBusNet* n = new HBOBoardBusNet();
+    n->setName(name);
+    n->setBoardBus(bus.getName());
+    n->setC1PinIndex(c1);
+    n->setC2PinIndex(c2);
+    n->setOwner(&bus);
+    bus.addBoardBusNet(n);
+    return n;
+}
+
+// A connection whose nets join pins of equal index, 0 to nets - 1.
 inline HBOBoardBus* addConnection(HBOBoard& board, const std::string& name, const std::string& comp1,
                                   const std::string& comp2, const std::string& dependency, int nets) {
     HBOBoardBus* b = new HBOBoardBus();
@@ -134,15 +216,8 @@ inline HBOBoardBus* addConnection(HBOBoard& board, const std::string& name, cons
     b->setOwner(&board);
     b->setStopIndexComp1(nets - 1);
     b->setStopIndexComp2(nets - 1);
-    for (int i = 0; i < nets; ++i) {
-        HBOBoardBusNet* n = new HBOBoardBusNet();
-        n->setName(name + "_" + std::to_string(i));
-        n->setBoardBus(name);
-        n->setC1PinIndex(i);
-        n->setC2PinIndex(i);
-        n->setOwner(b);
-        b->addBoardBusNet(n);
-    }
+    for (int i = 0; i < nets; ++i)
+        addNet(*b, name + "_" + std::to_string(i), i, i);
     board.addBus(b);
     return b;
 }
@@ -156,7 +231,6 @@ inline HBOComponentMode* addMode(HBOBoardComponent* c, const std::string& name, 
     return m;
 }
 
-// An empty board with only its identity set.
 inline FixtureBoard makeEmptyBoard(const std::string& vendor = "Acme", const std::string& name = "Lynx_Eval",
                                    const std::string& version = "1.2") {
     FixtureBoard f;
@@ -173,7 +247,6 @@ inline FixtureBoard makeEvalBoard() {
     b.setBoardFile("/repo/acme/lynx_eval/1.2/board.xml");
     b.addParameter(new HBOParameter("heat_sink", "passive", "string", "", "", "true"));
     b.addParameter(new HBOParameter("fan", "none", "string", "", "", "false"));
-
     f.addJumper("j1", true);
     f.addJumper("j2", false);
 
@@ -186,13 +259,9 @@ inline FixtureBoard makeEvalBoard() {
     addInterface(fpga, "ref_clock", "");
     for (int i = 0; i < 4; ++i)
         addPin(fpga, "P" + std::to_string(i), i);
-
-    HBOBoardComponent* ddr = addComponent(b, "ddr_chip", "memory");
-    addMode(ddr, "ddr_mode", "{J1 true}");
-    HBOBoardComponent* leds = addComponent(b, "leds", "chip");
-    addMode(leds, "led_mode", "");
-    HBOBoardComponent* fmc = addComponent(b, "fmc1", "connector", "fmc_hpc");
-    addInterface(fmc, "fmc_gpio", "");
+    addMode(addComponent(b, "ddr_chip", "memory"), "ddr_mode", "{J1 true}");
+    addMode(addComponent(b, "leds", "chip"), "led_mode", "");
+    addInterface(addComponent(b, "fmc1", "connector", "fmc_hpc"), "fmc_gpio", "");
     addComponent(b, "spare", "chip");
 
     addConnection(b, "fpga1_ddr", "fpga1", "ddr_chip", "{j1 true}", 2);
@@ -203,7 +272,6 @@ inline FixtureBoard makeEvalBoard() {
     preset->setPresetProcName("ddr_preset");
     preset->setParam("CONFIG.XML_INPUT_FILE", "memctl.prj");
     b.setIpPreset("ddr_preset", {preset});
-
     HBOIpPreset* assoc = f.makePreset("korvelhw:ip:gpio:2.0", "GPIO");
     assoc->setPresetorAssocIntf("assoc_intf");
     assoc->setParam("user_leds", "0");
@@ -231,8 +299,7 @@ inline FixtureBoard makeCarrierBoard() {
     addPin(fmc2, "F0", 0);
     addPin(fmc2, "F1", 1);
     addPin(fmc2, "F7", 9);
-    HBOBoardComponent* pmod = addComponent(b, "pmod1", "connector", "pmod");
-    addPin(pmod, "F0", 0);
+    addPin(addComponent(b, "pmod1", "connector", "pmod"), "F0", 0);
     addConnection(b, "fpga1_fmc1", "fpga1", "fmc1", "", 1);
     addConnection(b, "fmc1_fmc2", "fmc1", "fmc2", "", 1);
     return f;

@@ -1,24 +1,18 @@
 // Board interfaces: look-ups and their case rules, port maps, the rebase copy used
 // when boards are merged, the pins of all ports, and the display line.
-#include <gtest/gtest.h>
 
-#include <map>
-#include <string>
-#include <vector>
-
-#include "HBOBoard.h"
-#include "HBOBoardComponent.h"
-#include "HBOBusIf.h"
 #include "HBOBusIfPreference.h"
-#include "HBOModelPort.h"
-#include "HBOParameter.h"
-#include "HBOPinProps.h"
-#include "HBOPortMap.h"
+#include "board_fixture.h"
+
+using namespace board_fixture;
 
 namespace {
 
-HBOModelPort* addPort(HBOBusIf& busIf, const std::string& logical, const std::string& physical,
-                      const std::map<std::string, std::string>& pins = {}) {
+typedef std::map<std::string, std::string> StrMap;
+
+// A port mapped from `logical`, named `physical`, with the given pin port map.
+HBOModelPort* addMapped(HBOBusIf& busIf, const std::string& logical, const std::string& physical,
+                        const StrMap& pins = {}) {
     busIf.populatePortMap(new HBOPortMap(logical, physical));
     HBOModelPort* port = new HBOModelPort();
     port->setName(physical);
@@ -34,7 +28,7 @@ HBOModelPort* addPort(HBOBusIf& busIf, const std::string& logical, const std::st
     return port;
 }
 
-// An interface "ddr" of type korvelhw:interface:ddrx_rtl:1.0 on component "mem",
+// An interface "ddr" of type korvelhw:interface:ddrx_rtl:1.0 of component "MEM",
 // with everything the copy has to carry over.
 void fillDdr(HBOBusIf& busIf) {
     busIf.setName("ddr");
@@ -53,21 +47,17 @@ void fillDdr(HBOBusIf& busIf) {
     busIf.addJumper("j1", true);
     busIf.addParam("use_ddr", false);
     busIf.addParameter(new HBOParameter("rate", "1600", "int", "", "", "true"));
-    addPort(busIf, "DQ", "ddr_dq", {{"0", "A1"}, {"1", "A2"}});
-    addPort(busIf, "CLK", "ddr_clk");
+    addMapped(busIf, "DQ", "ddr_dq", {{"0", "A1"}, {"1", "A2"}});
+    addMapped(busIf, "CLK", "ddr_clk");
+}
+
+std::string vlnvOf(const HBOBusIf& busIf, const char* separator) {
+    std::string vlnv;
+    EXPECT_TRUE(busIf.getAbstractTypeVLNV(vlnv, separator));
+    return vlnv;
 }
 
 }  // namespace
-
-TEST(InterfacesBusIf, VlnvJoinsTheTypeWithTheSeparator) {
-    HBOBusIf busIf;
-    fillDdr(busIf);
-    std::string vlnv;
-    EXPECT_TRUE(busIf.getAbstractTypeVLNV(vlnv, ":"));
-    EXPECT_EQ("korvelhw:interface:ddrx_rtl:1.0", vlnv);
-    busIf.getAbstractTypeVLNV(vlnv, "/");
-    EXPECT_EQ("korvelhw/interface/ddrx_rtl/1.0", vlnv);
-}
 
 TEST(InterfacesBusIf, LogicalPortLookupIgnoresCase) {
     HBOBusIf busIf;
@@ -75,7 +65,6 @@ TEST(InterfacesBusIf, LogicalPortLookupIgnoresCase) {
     busIf.populatePortMap(new HBOPortMap("clk_p", "sys_clk_p"));
     busIf.populatePortMap(new HBOPortMap("CLK_P", "second"));
     busIf.populatePortMap(new HBOPortMap("clk_n", "sys_clk_n"));
-
     std::string out;
     EXPECT_TRUE(busIf.getPPortByLPort("CLK_P", out));
     EXPECT_EQ("sys_clk_p", out);  // first of the two in file order
@@ -85,10 +74,9 @@ TEST(InterfacesBusIf, LogicalPortLookupIgnoresCase) {
     EXPECT_FALSE(busIf.getPPortByLPort("clk", out));
     EXPECT_FALSE(busIf.getPPortByLPort("", out));
     EXPECT_EQ("kept", out);
-
-    std::vector<std::string> physical{"x"};
+    Names physical{"x"};
     busIf.getPhysicalPortSeq(physical);
-    EXPECT_EQ((std::vector<std::string>{"x", "sys_clk_p", "second", "sys_clk_n"}), physical);
+    EXPECT_EQ((Names{"x", "sys_clk_p", "second", "sys_clk_n"}), physical);
     std::vector<HBOPortMap*> maps{nullptr};
     busIf.getPortMapSeq(maps);
     EXPECT_EQ(3u, maps.size());
@@ -102,23 +90,23 @@ TEST(InterfacesBusIf, ParameterValuesIgnoreCaseOnLookupOnly) {
     EXPECT_TRUE(busIf.setParam("FREQ_HZ", "100"));
     EXPECT_TRUE(busIf.setParam("freq_hz", "200"));  // a second entry: keys keep their case
     EXPECT_EQ(2u, busIf.getParamList().size());
-
     // The first key in byte order wins: "FREQ_HZ" < "freq_hz".
     EXPECT_TRUE(busIf.getParamValue("Freq_Hz", out));
     EXPECT_EQ("100", out);
     EXPECT_FALSE(busIf.getParamValue("", out));
     EXPECT_FALSE(busIf.getParamValue("freq", out));
-
     busIf.setParam("FREQ_HZ", "300");
-    std::map<std::string, std::string> list;
+    StrMap list;
     busIf.getParamList(list);
     EXPECT_EQ("300", list["FREQ_HZ"]);
 }
 
-TEST(InterfacesBusIf, PortsAreKeyedByTheirName) {
+// The interface frees a replaced port and both preferences, once each (the
+// sanitizer run checks it).
+TEST(InterfacesBusIf, PortsAreKeyedByTheirNameAndPreferencesAppend) {
     HBOBusIf busIf;
     busIf.setName("ddr");
-    HBOModelPort* first = addPort(busIf, "DQ", "ddr_dq");
+    HBOModelPort* first = addMapped(busIf, "DQ", "ddr_dq");
     HBOModelPort* again = new HBOModelPort();
     again->setName("ddr_dq");
     busIf.addPort(again);
@@ -126,10 +114,6 @@ TEST(InterfacesBusIf, PortsAreKeyedByTheirName) {
     ASSERT_EQ(1u, busIf.getPortMaps().size());
     EXPECT_EQ(again, busIf.getPortMaps().at("ddr_dq"));
     EXPECT_NE(first, again);
-}
-
-TEST(InterfacesBusIf, PreferencesAppendAndTheChosenOneIsOnlyHeld) {
-    HBOBusIf busIf;
     HBOBusIfPreference* chosen = new HBOBusIfPreference();
     HBOBusIfPreference* other = new HBOBusIfPreference();
     EXPECT_TRUE(busIf.setPreference(chosen));
@@ -137,49 +121,37 @@ TEST(InterfacesBusIf, PreferencesAppendAndTheChosenOneIsOnlyHeld) {
     EXPECT_TRUE(busIf.setPreferences(other));
     EXPECT_EQ(chosen, busIf.getPreference());
     EXPECT_EQ((std::vector<HBOBusIfPreference*>{chosen, other}), busIf.getPreferences());
-    // Both are freed by the interface's destructor, once each.
 }
 
 TEST(InterfacesBusIf, RebaseCopyPrefixesNamesAndReferences) {
     HBOBoard board;
-    HBOBoardComponent* owner = new HBOBoardComponent();
-    owner->setBoard(&board);
-    owner->setComponentName("fmc0_mem");
-    board.addBoardComponent(owner);
+    HBOBoardComponent* owner = addComponent(board, "fmc0_mem", "");
     HBOBusIf source;
     fillDdr(source);
     source.setPreference(new HBOBusIfPreference());
     source.setPreferences(source.getPreference());
-
+    EXPECT_EQ("korvelhw/interface/ddrx_rtl/1.0", vlnvOf(source, "/"));
     HBOBusIf* copy = new HBOBusIf(source, owner, "fmc0");
     owner->setBusIf(copy->getName(), copy);  // the component frees it
-    EXPECT_EQ("fmc0_ddr", copy->getName());
-    EXPECT_EQ("DDR memory (fmc0)", copy->getDisplayName());
-    EXPECT_EQ("fmc0_ddr_preset", copy->getPresetProcName());
-    EXPECT_EQ("fmc0_mem", copy->getOfComponent());  // lower-cased
-    EXPECT_EQ("false", copy->getIsEnabled());
-    std::string vlnv;
-    copy->getAbstractTypeVLNV(vlnv, ":");
-    EXPECT_EQ("korvelhw:interface:ddrx_rtl:1.0", vlnv);
-
+    EXPECT_EQ((Names{"fmc0_ddr", "DDR memory (fmc0)", "fmc0_ddr_preset", "fmc0_mem", "false",
+                     "korvelhw:interface:ddrx_rtl:1.0"}),  // the of-component is lower-cased
+              (Names{copy->getName(), copy->getDisplayName(), copy->getPresetProcName(), copy->getOfComponent(),
+                     copy->getIsEnabled(), vlnvOf(*copy, ":")}));
     EXPECT_EQ(owner, copy->getOwnerComponent());
     EXPECT_EQ(&board, copy->getParentBoard());
     EXPECT_EQ(nullptr, copy->getPreference());
     EXPECT_TRUE(copy->getPreferences().empty());
-
     EXPECT_EQ((std::map<std::string, bool>{{"fmc0_j1", true}}), copy->getJumpers());
     EXPECT_EQ((std::map<std::string, bool>{{"fmc0_use_ddr", false}}), copy->getParams());
     EXPECT_EQ(source.getParamList(), copy->getParamList());  // values are not renamed
-
     ASSERT_EQ(1u, copy->getParameters().size());
     EXPECT_NE(source.getParameters()[0], copy->getParameters()[0]);
     EXPECT_EQ("fmc0_rate", copy->getParameters()[0]->getName());
-
     ASSERT_EQ(2u, copy->getPortMapSeq().size());
     EXPECT_EQ("DQ", copy->getPortMapSeq()[0]->getLogicalPort());
     EXPECT_EQ("fmc0_ddr_dq", copy->getPortMapSeq()[0]->getPhysicalPort());
-
     ASSERT_EQ(2u, copy->getPortMaps().size());
+    EXPECT_TRUE(copy->getPortMaps().count("fmc0_ddr_clk"));
     HBOModelPort* port = copy->getPortMaps().at("fmc0_ddr_dq");
     HBOModelPort* original = source.getPortMaps().at("ddr_dq");
     EXPECT_NE(original, port);
@@ -190,74 +162,49 @@ TEST(InterfacesBusIf, RebaseCopyPrefixesNamesAndReferences) {
     int width = 0;
     port->getPortWidth(width);
     EXPECT_EQ(2, width);
-    EXPECT_TRUE(copy->getPortMaps().count("fmc0_ddr_clk"));
-}
 
-TEST(InterfacesBusIf, CopyWithoutPrefixKeepsNamesAndToleratesNoOwner) {
-    HBOBusIf source;
-    fillDdr(source);
-    HBOBusIf copy(source, nullptr, "");
-    EXPECT_EQ("ddr", copy.getName());
-    EXPECT_EQ("DDR memory", copy.getDisplayName());
-    EXPECT_EQ("ddr_preset", copy.getPresetProcName());
-    EXPECT_EQ("MEM", copy.getOfComponent());  // case kept without a prefix
-    EXPECT_EQ(nullptr, copy.getOwnerComponent());
-    EXPECT_EQ("rate", copy.getParameters()[0]->getName());
-    EXPECT_TRUE(copy.getPortMaps().count("ddr_dq"));
-    EXPECT_EQ("ddr", copy.getPortMaps().at("ddr_dq")->getOwnerBusIf());
+    // Without a prefix the names, and the of-component's case, are kept; no owner is fine.
+    HBOBusIf same(source, nullptr, "");
+    EXPECT_EQ((Names{"ddr", "DDR memory", "ddr_preset", "MEM", "rate", "ddr"}),
+              (Names{same.getName(), same.getDisplayName(), same.getPresetProcName(), same.getOfComponent(),
+                     same.getParameters()[0]->getName(), same.getPortMaps().at("ddr_dq")->getOwnerBusIf()}));
+    EXPECT_EQ(nullptr, same.getOwnerComponent());
 }
 
 TEST(InterfacesBusIf, UpdatePortPinMapReachesEveryPort) {
     HBOBusIf busIf;
     busIf.setName("ddr");
-    HBOModelPort* dq = addPort(busIf, "DQ", "ddr_dq", {{"0", "A1"}, {"1", "C3"}});
-    HBOModelPort* clk = addPort(busIf, "CLK", "ddr_clk", {{"0", "A1"}});
+    HBOModelPort* dq = addMapped(busIf, "DQ", "ddr_dq", {{"0", "A1"}, {"1", "C3"}});
+    HBOModelPort* clk = addMapped(busIf, "CLK", "ddr_clk", {{"0", "A1"}});
     busIf.updatePortPinMap({{"A1", "B7"}});
-    EXPECT_EQ((std::map<std::string, std::string>{{"0", "B7"}, {"1", "C3"}}), dq->getPinPortMap());
+    EXPECT_EQ((StrMap{{"0", "B7"}, {"1", "C3"}}), dq->getPinPortMap());
     EXPECT_EQ("B7", clk->getPinPort("0"));
 }
 
 TEST(InterfacesBusIf, PinsOfAllPortsAccumulateOnSchemaTwoOnly) {
     for (const std::string schema : {"2.0", "1.0"}) {
+        SCOPED_TRACE(schema);
         HBOBoard board;
         board.setBoardSchemaVersion(schema);
-        HBOBoardComponent* component = new HBOBoardComponent();
-        component->setComponentName("fpga");
-        component->setBoard(&board);
-        board.addBoardComponent(component);
-        for (int i = 0; i < 4; ++i) {
-            HBOPinProps* pin = new HBOPinProps();
-            pin->setName("P" + std::to_string(i));
-            pin->setPinIndex(i);
-            component->addPin(pin);
-        }
-        HBOBusIf* busIf = new HBOBusIf();
-        busIf->setName("ddr");
-        busIf->setOwnerComponent(component);
-        component->setBusIf("ddr", busIf);
-        HBOModelPort* a = addPort(*busIf, "A", "a_port", {{"0", "P0"}, {"1", "P1"}});
-        HBOModelPort* b = addPort(*busIf, "B", "b_port", {{"0", "P3"}});
-        addPort(*busIf, "C", "c_port");  // no pins of either kind
-        a->populatePinProps();
-        b->populatePinProps();
-
+        HBOBoardComponent* component = addComponent(board, "fpga", "");
+        for (int i = 0; i < 4; ++i)
+            component->addPin(makePin("P" + std::to_string(i), i));
+        HBOBusIf* busIf = addInterface(component, "ddr", "");
+        addMapped(*busIf, "A", "a_port", {{"0", "P0"}, {"1", "P1"}})->populatePinProps();
+        addMapped(*busIf, "B", "b_port", {{"0", "P3"}})->populatePinProps();
+        addMapped(*busIf, "C", "c_port");  // no pins of either kind
         std::vector<HBOPinProps*> out;
         EXPECT_TRUE(busIf->getPortMapPinPropsSeq(out));
-        std::vector<std::string> got;
-        for (const HBOPinProps* pin : out)
-            got.push_back(pin->getName());
         if (schema == "2.0")
-            EXPECT_EQ((std::vector<std::string>{"P0", "P1", "P3"}), got);
+            EXPECT_EQ((Names{"P0", "P1", "P3"}), namesOf(out));
         else  // each port replaces the sequence; the last one with pins remains
-            EXPECT_EQ((std::vector<std::string>{"b_port"}), got);
+            EXPECT_EQ((Names{"b_port"}), namesOf(out));
     }
 }
 
 TEST(InterfacesBusIf, DisplayFormat) {
     HBOBusIf busIf;
     fillDdr(busIf);
-    testing::internal::CaptureStderr();
-    busIf.display(1);
     EXPECT_EQ("-Interface - name:ddr, mode:master, vlnv:korvelhw:interface:ddrx_rtl:1.0, prefferred IP:TBD, "
               "of_component:MEM preset_proc:ddr_preset\n"
               "----Ports:\n"
@@ -265,5 +212,5 @@ TEST(InterfacesBusIf, DisplayFormat) {
               "--Port - name:DQ, physical_name:ddr_dq, direction:, start:1, stop:0, width:2 \n"
               "------pin_index:0 -- fpga_pin:A1\n"
               "------pin_index:1 -- fpga_pin:A2\n",
-              testing::internal::GetCapturedStderr());
+              stderrOf([&] { busIf.display(1); }));
 }

@@ -1,17 +1,9 @@
 // Model ports: widths and bounds, the pin port map, schema 1 pins, the pins a port
-// finds on its component, the rebase copy made by an interface copy, and who frees
-// a port.
-#include <gtest/gtest.h>
+// finds on its component, and who frees a port.
 
-#include <map>
-#include <string>
-#include <vector>
+#include "board_fixture.h"
 
-#include "HBOBoard.h"
-#include "HBOBoardComponent.h"
-#include "HBOBusIf.h"
-#include "HBOModelPort.h"
-#include "HBOPinProps.h"
+using namespace board_fixture;
 
 namespace {
 
@@ -24,32 +16,18 @@ HBOModelPort* makePort(const std::string& name, bool isVector, int left = -1, in
     return port;
 }
 
-HBOPinProps* makePin(const std::string& name, int index) {
-    HBOPinProps* pin = new HBOPinProps();
-    pin->setName(name);
-    pin->setPinIndex(index);
-    return pin;
-}
-
-// A board of the given schema with one component "fpga" holding pins named
-// P0..P11 at indices 0..11 and one interface "ddr"; the board owns all of it.
+// A board of the given schema with one component "fpga" holding pins P0..P11 at
+// indices 0..11 and one interface "ddr"; the board owns all of it.
 struct PinnedBoard {
     HBOBoard board;
-    HBOBoardComponent* component = new HBOBoardComponent();
-    HBOBusIf* busIf = new HBOBusIf();
-
+    HBOBusIf* busIf = nullptr;
     explicit PinnedBoard(const std::string& schema) {
         board.setBoardSchemaVersion(schema);
-        component->setComponentName("fpga");
-        component->setBoard(&board);
+        HBOBoardComponent* component = addComponent(board, "fpga", "");
         for (int i = 0; i < 12; ++i)
             component->addPin(makePin("P" + std::to_string(i), i));
-        busIf->setName("ddr");
-        busIf->setOwnerComponent(component);
-        component->setBusIf("ddr", busIf);
-        board.addBoardComponent(component);
+        busIf = addInterface(component, "ddr", "");
     }
-
     HBOModelPort* addPort(const std::string& name, const std::map<std::string, std::string>& pinMap) {
         HBOModelPort* port = makePort(name, true, static_cast<int>(pinMap.size()) - 1, 0);
         port->setOwner(busIf);
@@ -60,34 +38,23 @@ struct PinnedBoard {
     }
 };
 
-std::vector<std::string> names(const std::vector<HBOPinProps*>& pins) {
-    std::vector<std::string> out;
-    for (const HBOPinProps* pin : pins)
-        out.push_back(pin->getName());
-    return out;
-}
-
-}  // namespace
-
-namespace {
 int widthOf(const HBOModelPort& port) {
     int width = 0;
     EXPECT_TRUE(port.getPortWidth(width));  // true whatever the width
     return width;
 }
+
 }  // namespace
 
 TEST(InterfacesModelPort, WidthAndBounds) {
     HBOModelPort port;
     port.setRange(7, 0);  // ignored while the port is scalar
     EXPECT_EQ(1, widthOf(port));
-    int left = 42;
+    int left = 42, right = 42;
     EXPECT_FALSE(port.getPortVecLeft(left));
-    EXPECT_EQ(-1, left);
-    int right = 42;
     EXPECT_FALSE(port.getPortVecRight(right));
+    EXPECT_EQ(-1, left);
     EXPECT_EQ(-1, right);
-
     port.setIsVector(true);
     EXPECT_EQ(8, widthOf(port));
     port.setRange(0, 7);
@@ -117,43 +84,34 @@ TEST(InterfacesModelPort, PinPortLookupAndRewrite) {
     port.addPinPortMap("0", "A1");
     port.addPinPortMap("1", "C3");
     port.addPinPortMap("0", "A2");  // replaces
-
     std::string out = "stale";
     EXPECT_TRUE(port.getPinPort("0", out));
     EXPECT_EQ("A2", out);
     EXPECT_TRUE(port.getPinPort("7", out));
     EXPECT_EQ("", out);
     EXPECT_EQ("C3", port.getPinPort("1"));
-
     port.addPinPortMap("0", "A1");
     port.updatePortPinMap({{"A1", "B7"}, {"Z9", "Q1"}});
-    const std::map<std::string, std::string> expected{{"0", "B7"}, {"1", "C3"}};
-    EXPECT_EQ(expected, port.getPinPortMap());
+    EXPECT_EQ((std::map<std::string, std::string>{{"0", "B7"}, {"1", "C3"}}), port.getPinPortMap());
 }
 
+// The port owns its schema 1 pins (the sanitizer run reports them otherwise).
 TEST(InterfacesModelPort, SchemaOnePinsOnePerBit) {
     HBOModelPort* vec = makePort("dq", true, 2, 0);
     EXPECT_TRUE(vec->populatePinProps());
-    ASSERT_EQ(3u, vec->getPinPropsSeq().size());
+    EXPECT_EQ((Names{"dq[0]", "dq[1]", "dq[2]"}), namesOf(vec->getPinPropsSeq()));
     for (int i = 0; i < 3; ++i) {
-        const HBOPinProps* pin = vec->getPinPropsSeq()[static_cast<std::size_t>(i)];
-        EXPECT_EQ("dq[" + std::to_string(i) + "]", pin->getName());
-        EXPECT_EQ(i, pin->getPinIndex());
-        EXPECT_EQ(vec, pin->getOwnerPort());
+        EXPECT_EQ(i, vec->getPinPropsSeq()[static_cast<std::size_t>(i)]->getPinIndex());
+        EXPECT_EQ(vec, vec->getPinPropsSeq()[static_cast<std::size_t>(i)]->getOwnerPort());
     }
-
     HBOModelPort* scalar = makePort("clk", false);
     scalar->populatePinProps();
-    ASSERT_EQ(1u, scalar->getPinPropsSeq().size());
-    EXPECT_EQ("clk", scalar->getPinPropsSeq()[0]->getName());
+    EXPECT_EQ((Names{"clk"}), namesOf(scalar->getPinPropsSeq()));
     EXPECT_EQ(-1, scalar->getPinPropsSeq()[0]->getPinIndex());
-
     // Unknown width: nothing is made.
     HBOModelPort* unknown = makePort("x", true, -1, 4);
     EXPECT_TRUE(unknown->populatePinProps());
     EXPECT_TRUE(unknown->getPinPropsSeq().empty());
-
-    // The port owns its pins (ASan reports them otherwise).
     delete vec;
     delete scalar;
     delete unknown;
@@ -162,12 +120,10 @@ TEST(InterfacesModelPort, SchemaOnePinsOnePerBit) {
 TEST(InterfacesModelPort, SchemaTwoPinsComeFromTheComponentInTextOrderOfTheIndex) {
     PinnedBoard fixture("2.0");
     HBOModelPort* port = fixture.addPort("ddr_dq", {{"2", "P2"}, {"10", "P10"}, {"0", "P0"}, {"1", "NOPE"}});
-
     std::vector<HBOPinProps*> pins;
     port->getPins(pins);
     // "10" sorts before "2"; an unknown pin name is skipped.
-    EXPECT_EQ((std::vector<std::string>{"P0", "P10", "P2"}), names(pins));
-
+    EXPECT_EQ((Names{"P0", "P10", "P2"}), namesOf(pins));
     // On a schema 2 board the pins are appended to what out holds.
     std::vector<HBOPinProps*> out{nullptr};
     EXPECT_TRUE(port->getPortPropsSeq(out));
@@ -179,10 +135,8 @@ TEST(InterfacesModelPort, SchemaTwoPinsComeFromTheComponentInTextOrderOfTheIndex
 TEST(InterfacesModelPort, SchemaOnePortReplacesOutWithItsOwnPins) {
     PinnedBoard fixture("1.0");
     HBOModelPort* port = fixture.addPort("ddr_dq", {{"0", "P0"}});
-
     std::vector<HBOPinProps*> out;
     EXPECT_FALSE(port->getPortPropsSeq(out));  // no schema 1 pins yet
-
     port->populatePinProps();
     std::vector<HBOPinProps*> sentinel{nullptr, nullptr, nullptr};
     EXPECT_TRUE(port->getPortPropsSeq(sentinel));
@@ -198,39 +152,28 @@ TEST(InterfacesModelPort, SchemaOnePortReplacesOutWithItsOwnPins) {
     delete loose;
 }
 
-TEST(InterfacesModelPort, InterfaceDoesNotDeleteItsPorts) {
+// Ports outlive the interface, component and board that hold them; they are freed
+// at the end of the process (the leak check of the sanitizer run proves it), and a
+// reader may delete one by hand without a second free then.
+TEST(InterfacesModelPort, PortsOutliveTheirHoldersAndMayBeDeletedByHand) {
     HBOBusIf* busIf = new HBOBusIf();
     HBOModelPort* port = makePort("ddr_dq", true, 7, 0);
     port->setOwner(busIf);
     busIf->addPort(port);
     delete busIf;
-
-    // Still a live object: ASan would report a use after free here.
-    EXPECT_EQ("ddr_dq", port->getName());
+    EXPECT_EQ("ddr_dq", port->getName());  // still a live object
     port->setOwner(nullptr);
-    // Left for the end of the process, as a reader would leave it; the leak check of
-    // the sanitizer run proves that it is freed then.
-}
-
-TEST(InterfacesModelPort, PortsOfADeletedBoardStayReachable) {
-    HBOModelPort* port = nullptr;
+    HBOModelPort* held = nullptr;
     {
         PinnedBoard fixture("2.0");
-        port = fixture.addPort("ddr_dq", {{"0", "P0"}});
-        fixture.component->setModelPort("ddr_dq", port);
+        held = fixture.addPort("ddr_dq", {{"0", "P0"}});
+        fixture.board.findBoardComponent("fpga")->setModelPort("ddr_dq", held);
     }
-    // The board, its component and its interface are gone; the port is not.
-    int width = 0;
-    port->getPortWidth(width);
-    EXPECT_EQ(1, width);
-    port->setOwner(nullptr);
-}
-
-TEST(InterfacesModelPort, ReaderMayDeleteAPortItGaveUpOn) {
-    // Deleted by hand: the end-of-process clean-up must not free it a second time.
-    HBOModelPort* port = makePort("gone", false);
-    port->populatePinProps();
-    delete port;
+    EXPECT_EQ(1, widthOf(*held));
+    held->setOwner(nullptr);
+    HBOModelPort* gone = makePort("gone", false);
+    gone->populatePinProps();
+    delete gone;
     HBOModelPort onStack;
     onStack.setName("stack");
     EXPECT_EQ("stack", onStack.getName());
@@ -245,20 +188,14 @@ TEST(InterfacesModelPort, DisplayFormat) {
     vec.setOwnerBusIf("ddr", "DQ");
     vec.addPinPortMap("0", "A1");
     vec.addPinPortMap("1", "B2");
-
-    testing::internal::CaptureStderr();
-    vec.display(1);
     EXPECT_EQ("-Port - name:DQ, physical_name:ddr_dq, direction:inout, start:1, stop:0, width:2 \n"
               "-----pin_index:0 -- fpga_pin:A1\n"
               "-----pin_index:1 -- fpga_pin:B2\n",
-              testing::internal::GetCapturedStderr());
-
+              stderrOf([&] { vec.display(1); }));
     // A scalar port shows -1, -1 and 1 whatever range it holds.
     HBOModelPort scalar;
     scalar.setName("clk");
     scalar.setRange(5, 2);
-    testing::internal::CaptureStderr();
-    scalar.display(0);
     EXPECT_EQ("Port - name:, physical_name:clk, direction:, start:-1, stop:-1, width:1 \n",
-              testing::internal::GetCapturedStderr());
+              stderrOf([&] { scalar.display(0); }));
 }

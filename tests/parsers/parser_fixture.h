@@ -1,13 +1,12 @@
-// Shared set-up of the board reader tests: a fresh temporary directory for the
-// files of one case, a parse with HBOBoardParser, the messages delivered on the
-// way, and parameters that are put back after the case.
+// Shared set-up of the board reader tests (the legacy ones too): a temporary
+// directory per case, a parse with HBOBoardParser, the messages delivered on
+// the way, and parameters that are put back after the case.
 #ifndef ZR_TEST_PARSER_FIXTURE_H
 #define ZR_TEST_PARSER_FIXTURE_H
 
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <memory>
 #include <set>
 #include <string>
 #include <vector>
@@ -21,6 +20,9 @@
 #include "HBOIpPreset.h"
 #include "HBOJumper.h"
 #include "HPAParamMgr.h"
+
+using Strings = std::vector<std::string>;
+using Args = std::vector<Strings>;
 
 class ParserFixture : public ::testing::Test {
 protected:
@@ -44,12 +46,11 @@ protected:
     void TearDown() override {
         ComMsgMgr::removeListener(m_listener);
         ComMsgMgr::setPrintToStderr(m_wasPrinting);
-        HPAParamMgr* mgr = HPAParamMgr::getParamMgr();
         for (const std::string& name : m_touched)
-            mgr->resetValue(name);
+            HPAParamMgr::getParamMgr()->resetValue(name);
         for (const std::string& scope : m_scopes)
             ComMsgMgr::enableScope(scope, false);
-        releaseBoard();
+        delete m_board;
         boost::system::error_code ec;
         boost::filesystem::remove_all(m_dir, ec);
     }
@@ -58,23 +59,25 @@ protected:
     std::string write(const std::string& name, const std::string& text) {
         std::string path = m_dir + "/" + name;
         boost::filesystem::create_directories(boost::filesystem::path(path).parent_path());
-        std::ofstream out(path, std::ios::binary);
-        out << text;
+        std::ofstream(path, std::ios::binary) << text;
         return path;
     }
 
-    // A board.xml of schema `schema` holding the given root attributes and sections.
     static std::string boardXml(const std::string& sections, const std::string& rootAttrs = "",
                                 const std::string& schema = "2.1", const std::string& doctype = "") {
-        return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" + doctype +
-               "<board schema_version=\"" + schema + "\" vendor=\"acme\" name=\"tb1\" " + rootAttrs + ">\n" +
-               sections + "\n</board>\n";
+        return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" + doctype + "<board schema_version=\"" + schema +
+               "\" vendor=\"acme\" name=\"tb1\" " + rootAttrs + ">\n" + sections + "\n</board>\n";
     }
 
-    // The sections every readable board has.
+    // The sections every readable board has (three lines).
     static std::string basics(const std::string& version = "1.0") {
         return "<compatible_board_revisions><revision id=\"0\">1.0</revision></compatible_board_revisions>\n"
                "<file_version>" + version + "</file_version>\n<description>A test board</description>\n";
+    }
+
+    // A board of the basics and `body`, written to `name`; the full path.
+    std::string writeBoard(const std::string& name, const std::string& body, const std::string& rootAttrs = "") {
+        return write(name, boardXml(basics() + body, rootAttrs));
     }
 
     void setParam(const std::string& name, const std::string& value) {
@@ -87,18 +90,33 @@ protected:
         m_scopes.insert(scope);
     }
 
-    // Parses `file` into a fresh board (kept until the next parse or the end).
-    // `schema`, when given, is set on the board first, as the front door does.
+    // Parses `file` into a fresh board; `schema`, when given, is set on the
+    // board first, as the front door does.
     Parsed parse(const std::string& file, const std::string& dtdDir = "", const std::string& overrideDir = "",
                  HBOParsedVLNVs* vlnvs = nullptr, const std::string& schema = "") {
-        releaseBoard();
-        m_board = new HBOBoard();
+        HBOBoard* fresh = freshBoard();
         if (!schema.empty())
-            m_board->setBoardSchemaVersion(schema);
-        HBOBoardParser parser;
+            fresh->setBoardSchemaVersion(schema);
         Parsed result;
-        result.ok = parser.parseFile(file, m_board, dtdDir, overrideDir, result.validated, vlnvs);
+        result.ok = HBOBoardParser().parseFile(file, m_board, dtdDir, overrideDir, result.validated, vlnvs);
         return result;
+    }
+
+    // A new board in place of the last one, kept until the next or the end of the case.
+    HBOBoard* freshBoard() {
+        delete m_board;
+        return m_board = new HBOBoard();
+    }
+
+    // Parses `file` again with `param` set to `value`, the earlier messages dropped.
+    Parsed reparse(const std::string& file, const std::string& param, const std::string& value = "true") {
+        setParam(param, value);
+        clearMessages();
+        return parse(file);
+    }
+
+    Parsed read(const std::string& name, const std::string& body, const std::string& rootAttrs = "") {
+        return parse(writeBoard(name, body, rootAttrs));
     }
 
     HBOBoard& board() { return *m_board; }
@@ -106,12 +124,7 @@ protected:
     const std::vector<ComMsgMgrInstance>& messages() const { return m_messages; }
     void clearMessages() { m_messages.clear(); }
 
-    int count(const std::string& id) const {
-        int n = 0;
-        for (const ComMsgMgrInstance& m : m_messages)
-            n += m.getId() == id;
-        return n;
-    }
+    int count(const std::string& id) const { return static_cast<int>(argsOf(id).size()); }
     // The first message of `id`; fails the case when there is none.
     ComMsgMgrInstance first(const std::string& id) const {
         for (const ComMsgMgrInstance& m : m_messages)
@@ -120,37 +133,37 @@ protected:
         ADD_FAILURE() << "no message " << id;
         return ComMsgMgrInstance();
     }
-    // Second arguments of every @49-69 check message, in order.
-    std::vector<std::string> checkTexts() const {
-        std::vector<std::string> out;
+    // Argument `i` of the first message of `id`; a marker when there is none.
+    std::string arg(const std::string& id, size_t i) const {
+        const Args all = argsOf(id);
+        return !all.empty() && i < all[0].size() ? all[0][i] : "<no " + id + " argument " + std::to_string(i) + ">";
+    }
+    // Arguments of every message of `id`, in order of delivery.
+    Args argsOf(const std::string& id) const {
+        Args out;
         for (const ComMsgMgrInstance& m : m_messages)
-            if (m.getId() == "49-69" && m.getArgs().size() == 2)
-                out.push_back(m.getArgs()[1]);
+            if (m.getId() == id)
+                out.push_back(m.getArgs());
+        return out;
+    }
+    // Second arguments of every @49-69 check message, in order.
+    Strings checkTexts() const {
+        Strings out;
+        for (const Strings& a : argsOf("49-69"))
+            if (a.size() == 2)
+                out.push_back(a[1]);
         return out;
     }
     // Ids of the numbered messages, in order of delivery.
-    std::vector<std::string> ids() const {
-        std::vector<std::string> out;
+    Strings ids() const {
+        Strings out;
         for (const ComMsgMgrInstance& m : m_messages)
             if (!m.getId().empty())
                 out.push_back(m.getId());
         return out;
     }
-    // Debug lines of a channel, formatted.
-    std::vector<std::string> debugLines(const std::string& channel) const {
-        std::vector<std::string> out;
-        for (const ComMsgMgrInstance& m : m_messages)
-            if (m.getId().empty() && m.getChannel() == channel)
-                out.push_back(m.getText());
-        return out;
-    }
 
 private:
-    void releaseBoard() {
-        delete m_board;
-        m_board = nullptr;
-    }
-
     std::string m_dir;
     bool m_wasPrinting = true;
     int m_listener = 0;

@@ -1,18 +1,15 @@
-// Small board pieces shared by the section reader tests, and a fixture that
-// turns on the reporting of deferred messages so that each finding can be seen.
+// Board pieces shared by the section reader tests, and a fixture that reports
+// the deferred findings so that each one can be seen.
 #ifndef ZR_TEST_SECTIONS_SUPPORT_H
 #define ZR_TEST_SECTIONS_SUPPORT_H
 
-#include <set>
 #include <string>
-#include <vector>
 
 #include "parser_fixture.h"
 
 #include "HBOBoardComponent.h"
 #include "HBOBusIf.h"
 
-// Deferred findings are only sent with board.validateXML; these tests want to see them.
 class SectionsFixture : public ParserFixture {
 protected:
     void SetUp() override {
@@ -20,18 +17,17 @@ protected:
         setParam("board.validateXML", "true");
     }
 
-    // A pin file for the FPGA: pins P0..P<n-1> at A0.., the given I/O standard on each.
+    // A pin file for the FPGA: pins P0..P<n-1> at A0.., each with the given I/O standard.
     std::string writePins(const std::string& name, int n, const std::string& iostandard = "LVCMOS18") {
         std::string pins;
         for (int i = 0; i < n; ++i)
             pins += "<pin index=\"" + std::to_string(i) + "\" name=\"P" + std::to_string(i) + "\" loc=\"A" +
-                    std::to_string(i) + "\"" + (iostandard.empty() ? "" : " iostandard=\"" + iostandard + "\"") +
-                    "/>\n";
+                    std::to_string(i) + "\" iostandard=\"" + iostandard + "\"/>\n";
         return write(name, "<?xml version=\"1.0\"?>\n<part_info part_name=\"xcz1\">\n<pins>\n" + pins +
                                "</pins>\n</part_info>\n");
     }
 
-    // <components> holding an FPGA "part0" (pins from part0_pins.xml when given) with `fpgaBody`, then `others`.
+    // <components> holding an FPGA "part0" (pins from part0_pins.xml when asked) with `fpgaBody`, then `others`.
     static std::string components(const std::string& fpgaBody, const std::string& others = "",
                                   bool withPinFile = false) {
         return "<components>\n<component name=\"part0\" type=\"fpga\" part_name=\"xcz1\"" +
@@ -47,19 +43,8 @@ protected:
     }
 
     HBOBoardComponent* comp(const std::string& name) { return board().findBoardComponent(name); }
-
     HBOBusIf* busIf(const std::string& component, const std::string& name) {
-        HBOBoardComponent* c = comp(component);
-        return c ? c->getBusIfByName(name) : nullptr;
-    }
-
-    // Arguments of every message of `id`, in order of delivery.
-    std::vector<std::vector<std::string>> argsOf(const std::string& id) const {
-        std::vector<std::vector<std::string>> out;
-        for (const ComMsgMgrInstance& m : messages())
-            if (m.getId() == id)
-                out.push_back(m.getArgs());
-        return out;
+        return comp(component) ? comp(component)->getBusIfByName(name) : nullptr;
     }
 };
 
