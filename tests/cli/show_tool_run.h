@@ -55,14 +55,7 @@ inline Run queryJson(const std::string& json, const std::vector<std::string>& ex
     return run;
 }
 
-inline std::vector<std::string> lines(const std::string& text) {
-    std::vector<std::string> result;
-    std::istringstream in(text);
-    std::string line;
-    while (std::getline(in, line))
-        result.push_back(line);
-    return result;
-}
+using ::lines;
 
 inline bool hasLine(const std::string& text, const std::string& line) {
     for (const std::string& l : lines(text))

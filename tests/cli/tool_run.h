@@ -57,6 +57,16 @@ inline ToolRun zrboardRun(const std::vector<std::string>& args) {
     return runCommand(cmd);
 }
 
+// The lines of a tool's output, without their line ends.
+inline std::vector<std::string> lines(const std::string& text) {
+    std::vector<std::string> result;
+    std::istringstream in(text);
+    std::string line;
+    while (std::getline(in, line))
+        result.push_back(line);
+    return result;
+}
+
 // True when python3 accepts `text` as one JSON document.
 inline bool isValidJson(const std::string& text) {
     namespace fs = boost::filesystem;

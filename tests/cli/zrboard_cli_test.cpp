@@ -11,15 +11,6 @@
 
 namespace {
 
-std::vector<std::string> lines(const std::string& text) {
-    std::vector<std::string> result;
-    std::istringstream in(text);
-    std::string line;
-    while (std::getline(in, line))
-        result.push_back(line);
-    return result;
-}
-
 // One row of the params table: cells are separated by runs of two or more blanks.
 std::vector<std::string> cells(const std::string& row) {
     std::vector<std::string> result;

@@ -270,6 +270,8 @@ private:
     // Clones of another board's jumpers and images under `prefix`, held and adopted.
     void cloneJumpersAndImages(const std::vector<HBOJumper*>& jumpers, const std::vector<HBOImage*>& images,
                                const std::string& prefix);
+    // Clones of another board's presets of one key, adopted.
+    std::vector<HBOIpPreset*> clonePresets(const std::vector<HBOIpPreset*>& presets);
 
     bool m_userDefined = false;
     bool m_reservedFlag = false;  // kept through copies; nothing reads it

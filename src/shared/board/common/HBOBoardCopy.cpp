@@ -63,23 +63,25 @@ HBOBoard::HBOBoard(const HBOBoard& other, const std::string& name)
         if (b)
             m_buses.push_back(new HBOBoardBus(*b, this, ""));
 
-    auto clonePresets = [this](const IpPresetMap& from, IpPresetMap& to) {
-        for (const auto& entry : from) {
-            std::vector<HBOIpPreset*>& clones = to[entry.first];
-            for (const HBOIpPreset* p : entry.second) {
-                if (!p)
-                    continue;
-                HBOIpPreset* clone = new HBOIpPreset(*p, this, "");
-                m_ownedPresets.push_back(clone);
-                clones.push_back(clone);
-            }
-        }
-    };
-    clonePresets(other.m_ipPresets, m_ipPresets);
-    clonePresets(other.m_ipAssocInterfaces, m_ipAssocInterfaces);
+    for (const auto& entry : other.m_ipPresets)
+        m_ipPresets[entry.first] = clonePresets(entry.second);
+    for (const auto& entry : other.m_ipAssocInterfaces)
+        m_ipAssocInterfaces[entry.first] = clonePresets(entry.second);
 
     // Whatever the source had chosen, the copy's active part is its first FPGA component.
     m_activePart = findFpgaComponent();
+}
+
+std::vector<HBOIpPreset*> HBOBoard::clonePresets(const std::vector<HBOIpPreset*>& presets) {
+    std::vector<HBOIpPreset*> clones;
+    for (const HBOIpPreset* p : presets) {
+        if (!p)
+            continue;
+        HBOIpPreset* clone = new HBOIpPreset(*p, this, "");
+        m_ownedPresets.push_back(clone);
+        clones.push_back(clone);
+    }
+    return clones;
 }
 
 void HBOBoard::cloneJumpersAndImages(const std::vector<HBOJumper*>& jumpers, const std::vector<HBOImage*>& images,

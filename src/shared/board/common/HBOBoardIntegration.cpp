@@ -288,26 +288,13 @@ void HBOBoard::appendBoard(const HBOBoard* other, const std::string& name) {
         m_buses.push_back(clone);
     }
 
-    auto appendPresets = [this](const IpPresetMap& from, bool associations) {
-        for (const auto& entry : from) {
-            std::vector<HBOIpPreset*> clones;
-            for (const HBOIpPreset* p : entry.second) {
-                if (!p)
-                    continue;
-                HBOIpPreset* clone = new HBOIpPreset(*p, this, "");
-                m_ownedPresets.push_back(clone);
-                clones.push_back(clone);
-            }
-            if (associations)
-                setIpAssociatedInterface(entry.first, clones);
-            else
-                setIpPreset(entry.first, clones);
-        }
-    };
+    // Copies of the maps: `other` may be this board.
     const IpPresetMap presets = other->m_ipPresets;
     const IpPresetMap associations = other->m_ipAssocInterfaces;
-    appendPresets(presets, false);
-    appendPresets(associations, true);
+    for (const auto& entry : presets)
+        setIpPreset(entry.first, clonePresets(entry.second));
+    for (const auto& entry : associations)
+        setIpAssociatedInterface(entry.first, clonePresets(entry.second));
 
     m_activePart = findFpgaComponent();
 }
