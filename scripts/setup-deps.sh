@@ -4,7 +4,7 @@
 set -euo pipefail
 pkgs=(cmake g++ make pkg-config
       libboost-dev libboost-filesystem-dev libboost-regex-dev libboost-iostreams-dev
-      libxerces-c-dev tcl8.6-dev python3-dev zlib1g-dev
+      libxerces-c-dev libxml2-dev tcl8.6-dev tcl8.6 python3-dev zlib1g-dev
       libgtest-dev libgmock-dev libbenchmark-dev python3)
 missing=()
 for p in "${pkgs[@]}"; do
