@@ -1,0 +1,4 @@
+#include "HBMPresetProc.h"
+
+HBMPresetProc::HBMPresetProc() = default;
+HBMPresetProc::~HBMPresetProc() = default;
