@@ -71,6 +71,17 @@ protected:
         return text.str();
     }
 
+    // The bytes that `model.write` puts into a file.
+    template <class Model>
+    std::string written(const Model& model) const {
+        const std::string path = m_dir + "/written.xml";
+        {
+            std::ofstream out(path);
+            model.write(out);
+        }
+        return read(path);
+    }
+
     static std::string expected(const std::string& name) {
         return read(std::string(ZR_TEST_FIXTURES_DIR) + "/migration/" + name);
     }
@@ -86,14 +97,6 @@ protected:
         std::shared_ptr<HXMLWElement> root = HXMLWInterface::readFromBuffer(text);
         EXPECT_TRUE(root) << HXMLWInterface::lastError() << "\n" << text;
         return root;
-    }
-
-    // The ids of the messages delivered so far, in order.
-    std::vector<std::string> ids() const {
-        std::vector<std::string> out;
-        for (const auto& m : m_messages)
-            out.push_back(m.getId());
-        return out;
     }
 
     std::vector<ComMsgMgrInstance> m_messages;

@@ -2,8 +2,6 @@
 // with the parts it leaves out.
 #include "migration_fixture.h"
 
-#include <fstream>
-
 #include "HBMPresetFile.h"
 
 namespace {
@@ -67,20 +65,12 @@ TEST_F(PresetFile, ReadKeepsEveryIpPresetWithItsIpsAndUserParameters) {
 }
 
 TEST_F(PresetFile, WritesTheFixedIndentedFormExactly) {
-    const auto writeTo = [&](const HBMPresetFile& file, const std::string& name) {
-        const std::string path = dir() + "/" + name;
-        std::ofstream out(path);
-        file.write(out);
-        out.close();
-        return read(path);
-    };
-    HBMPresetFile empty;
-    EXPECT_EQ(writeTo(empty, "empty.xml"), expected("preset_empty.xml"));
+    EXPECT_EQ(written(HBMPresetFile()), expected("preset_empty.xml"));
 
     // No "user_parameters" wrapper, no value_type, no hierarchical parameter,
     // nothing escaped; an empty record is written as an empty "ip".
     HBMPresetFile file;
     auto root = xml(kPresets);
     file.parse(root.get());
-    EXPECT_EQ(writeTo(file, "preset.xml"), expected("preset_full.xml"));
+    EXPECT_EQ(written(file), expected("preset_full.xml"));
 }
