@@ -1,6 +1,7 @@
 // `zrboard compat NAME [--repo DIR]... [--latest] [--json]`: for each connector
 // of a reference board, the daughter-board connectors of the catalogue that
 // fit it fully and those that fit it partly.
+#include <algorithm>
 #include <iostream>
 #include <sstream>
 #include <string>
