@@ -14,6 +14,12 @@ const std::vector<Command>& commandTable() {
          runCheck},
         {"show", "[--json] PATH", "print the board read from PATH as an outline",
          "  --json   print the whole board model as JSON\n", runShow},
+        {"diff", "[--json] A B", "show what changed from board A to board B (paths of boards or their board.xml)",
+         "  --json   print the differences as one JSON document\n"
+         "\n"
+         "Exit status: 0 when the boards are equal, 1 when they differ, 2 for a usage error or a board\n"
+         "that cannot be read (its numbered messages go to standard error).\n",
+         runDiff},
     };
     return table;
 }
