@@ -83,6 +83,12 @@ std::string relativeTo(const std::string& dir, const std::string& path) {
     return path;
 }
 
+StringMap relativeValues(const std::string& dir, StringMap map) {
+    for (auto& kv : map)
+        kv.second = relativeTo(dir, kv.second);
+    return map;
+}
+
 std::string flagText(const std::map<std::string, bool>& flags, const std::string& name) {
     auto it = flags.find(name);
     return it == flags.end() ? std::string() : boolText(it->second);
@@ -104,10 +110,41 @@ struct ConstraintText : boost::static_visitor<std::string> {
     }
 };
 
+// The pins whose I/O standard the reader copied from the FPGA pin they are
+// wired to; the FPGA pin's own change is the one to report.
+std::set<const HBOPinProps*> ioStandardsFromFpga(const HBOBoard& board) {
+    std::set<const HBOPinProps*> derived;
+    for (const HBOBoardBus* bus : board.getBuses()) {
+        if (!bus)
+            continue;
+        const HBOBoardComponent* c1 = board.findBoardComponent(bus->getComp1());
+        const HBOBoardComponent* c2 = board.findBoardComponent(bus->getComp2());
+        if (!c1 || !c2)
+            continue;
+        for (const HBOBoardBusNet* net : bus->getBoardBusNets()) {
+            const HBOPinProps* pin1 = net ? c1->getPinByIndex(net->getC1PinIndex()) : nullptr;
+            const HBOPinProps* pin2 = net ? c2->getPinByIndex(net->getC2PinIndex()) : nullptr;
+            if (!pin1 || !pin2)
+                continue;
+            if (c1->getType() == "fpga" && !show::portProp(*pin1, "iostandard").empty())
+                derived.insert(pin2);
+            else if (c2->getType() == "fpga" && !show::portProp(*pin2, "iostandard").empty())
+                derived.insert(pin1);
+        }
+    }
+    return derived;
+}
+
 class Differ {
 public:
     Differ(const HBOBoard& a, const HBOBoard& b, std::vector<BoardDifference>& out)
-        : m_a(a), m_b(b), m_dirA(boardDir(a)), m_dirB(boardDir(b)), m_out(out) {}
+        : m_a(a),
+          m_b(b),
+          m_dirA(boardDir(a)),
+          m_dirB(boardDir(b)),
+          m_derivedA(ioStandardsFromFpga(a)),
+          m_derivedB(ioStandardsFromFpga(b)),
+          m_out(out) {}
 
     void run();
 
@@ -201,9 +238,13 @@ private:
     const HBOBoard& m_b;
     const std::string m_dirA;
     const std::string m_dirB;
+    const std::set<const HBOPinProps*> m_derivedA;
+    const std::set<const HBOPinProps*> m_derivedB;
     std::vector<BoardDifference>& m_out;
     std::string m_section;
 };
+
+bool isActivePart(const HBOBoard& board, const HBOBoardComponent& c) { return board.getActivePart() == &c; }
 
 std::string activePartText(const HBOBoard& board) {
     const HBOBoardComponent* active = board.getActivePart();
@@ -222,7 +263,6 @@ void Differ::identity() {
     changed(p, "schema_version", m_a.getBoardSchemaVersion(), m_b.getBoardSchemaVersion());
     changed(p, "migrated_from_schema", m_a.getMigratedFromSchema(), m_b.getMigratedFromSchema());
     changed(p, "file_revision", m_a.getFileRevision(), m_b.getFileRevision());
-    changed(p, "board_revision", m_a.getBoardRevision(), m_b.getBoardRevision());
     changed(p, "part", activePartText(m_a), activePartText(m_b));
     changed(p, "description", m_a.getDescription(), m_b.getDescription());
     changed(p, "long_description", m_a.getLongDesc() == m_a.getDescription() ? "" : m_a.getLongDesc(),
@@ -328,7 +368,9 @@ std::string jtagText(const HBOBoardComponent& c) {
 void Differ::component(const Path& p, const HBOBoardComponent& a, const HBOBoardComponent& b) {
     changed(p, "type", a.getType(), b.getType());
     changed(p, "sub_type", a.getSubType(), b.getSubType());
-    changed(p, "part", a.getPartName(), b.getPartName());
+    // The active part is the board's part, compared with the board's identity.
+    if (!isActivePart(m_a, a) || !isActivePart(m_b, b))
+        changed(p, "part", a.getPartName(), b.getPartName());
     changed(p, "vendor", a.getVendor(), b.getVendor());
     changed(p, "display_name", a.getDisplayName(), b.getDisplayName());
     changed(p, "description", ownText(a.getDescription(), m_a), ownText(b.getDescription(), m_b));
@@ -491,7 +533,8 @@ void Differ::port(const Path& p, const HBOBusIf& busA, const HBOPortMap& a, cons
 void Differ::pin(const Path& p, const HBOPinProps& a, const HBOPinProps& b) {
     changed(p, "index", std::to_string(a.getPinIndex()), std::to_string(b.getPinIndex()));
     changed(p, "site", a.getPinLoc(), b.getPinLoc());
-    changed(p, "iostandard", show::portProp(a, "iostandard"), show::portProp(b, "iostandard"));
+    if (!m_derivedA.count(&a) && !m_derivedB.count(&b))
+        changed(p, "iostandard", show::portProp(a, "iostandard"), show::portProp(b, "iostandard"));
     const auto propsA = show::otherPortProps(a), propsB = show::otherPortProps(b);
     changedMap(p, "", StringMap(propsA.begin(), propsA.end()), StringMap(propsB.begin(), propsB.end()));
     changed(p, "internal_vref", a.getPinInternalVref(), b.getPinInternalVref());
@@ -525,10 +568,12 @@ void Differ::connection(const Path& p, const HBOBoardBus& a, const HBOBoardBus& 
                     netEnd(m_b, b.getComp1(), y.getC1PinIndex()));
             changed(q, "c2_pin", netEnd(m_a, a.getComp2(), x.getC2PinIndex()),
                     netEnd(m_b, b.getComp2(), y.getC2PinIndex()));
-            changed(q, "typical_delay", formatFloat(x.getTypicalDelay()), formatFloat(y.getTypicalDelay()));
-            changed(q, "min_delay", formatFloat(x.getMinDelay()), formatFloat(y.getMinDelay()));
-            changed(q, "max_delay", formatFloat(x.getMaxDelay()), formatFloat(y.getMaxDelay()));
-            changed(q, "enablement_dependency", x.getEnablementDependency(), y.getEnablementDependency());
+            // A net's delays are the connection's unless it has its own; its
+            // enablement dependency is always the connection's.
+            auto own = [](float value, float inherited) { return value == inherited ? std::string() : formatFloat(value); };
+            changed(q, "typical_delay", own(x.getTypicalDelay(), a.getDelay()), own(y.getTypicalDelay(), b.getDelay()));
+            changed(q, "min_delay", own(x.getMinDelay(), a.getMinDelay()), own(y.getMinDelay(), b.getMinDelay()));
+            changed(q, "max_delay", own(x.getMaxDelay(), a.getMaxDelay()), own(y.getMaxDelay(), b.getMaxDelay()));
         });
 }
 
@@ -561,7 +606,9 @@ void Differ::presets(const HBOBoard::IpPresetMap& a, const HBOBoard::IpPresetMap
                     changed(r, "preset_proc", s.getPresetProcName(), t.getPresetProcName());
                     changed(r, "kind", s.getPresetorAssocIntf(), t.getPresetorAssocIntf());
                     changed(r, "value_type", s.getValueType(), t.getValueType());
-                    changedMap(r, "parameter ", s.getParamList(), t.getParamList());
+                    // A parameter may name a file beside the board, which the reader made a path.
+                    changedMap(r, "parameter ", relativeValues(m_dirA, s.getParamList()),
+                               relativeValues(m_dirB, t.getParamList()));
                 });
         });
 }

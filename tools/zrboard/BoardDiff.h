@@ -40,7 +40,8 @@ const std::vector<DiffSection>& diffSections();
 // name, ports by logical port, preferred IPs and presets by VLNV); paths
 // inside a board directory are compared relative to it, so that the same
 // board in two places is equal. What the reader derives from other fields
-// (enabled flags, full component names, pin users) is not compared again.
+// (enabled flags, full component names, pin users, the current revision,
+// which is the last compatible one) is not compared again.
 std::vector<BoardDifference> diffBoards(const HBOBoard& before, const HBOBoard& after);
 
 const char* changeName(BoardDifference::Change change);
