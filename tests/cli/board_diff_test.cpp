@@ -2,6 +2,8 @@
 // themselves, each edit found once and only once.
 #include <gtest/gtest.h>
 
+#include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -148,10 +150,16 @@ const EditCase kEdits[] = {
 };
 
 TEST(BoardDiff, EachEditIsFoundOnce) {
+    std::map<std::string, std::unique_ptr<HBOBoard>> originals;
     for (const EditCase& c : kEdits) {
+        std::unique_ptr<HBOBoard>& original = originals[c.board];
+        if (!original)
+            original = difftest::readBoard(showtest::boardDir(c.board));
         BoardCopy copy(c.board);
         copy.edit(c.file, c.from, c.to);
-        EXPECT_EQ(lineList(diffDirs(showtest::boardDir(c.board), copy.dir())), std::vector<std::string>{c.expected})
+        const std::unique_ptr<HBOBoard> edited = difftest::readBoard(copy.dir());
+        ASSERT_TRUE(original && edited) << c.file << ": " << c.from;
+        EXPECT_EQ(lineList(zrboard::diffBoards(*original, *edited)), std::vector<std::string>{c.expected})
             << c.file << ": " << c.from;
     }
 }

@@ -94,15 +94,54 @@ TEST(DiffCommand, JsonCarriesEveryLineOfTheText) {
         << one.out;
 }
 
+// The text form's lines after the two naming the boards.
+std::vector<std::string> differenceLines(const std::string& out) {
+    const std::vector<std::string> all = lines(out);
+    return all.size() > 2 ? std::vector<std::string>(all.begin() + 2, all.end()) : all;
+}
+
+TEST(DiffCommand, NamesAreLookedUpInTheCatalogue) {
+    const showtest::Run byName = zrboard({"diff", "korvelhw:durnival:1.0", "KORVELHW:Durnival:1.1"});
+    const showtest::Run byPath = zrboard({"diff", kRev10, kRev11});
+    EXPECT_EQ(byName.status, 1) << byName.err;
+    EXPECT_EQ(differenceLines(byName.out), differenceLines(byPath.out));
+
+    const showtest::Run unknown = zrboard({"diff", "korvelhw:nosuch:1.0", kRev10});
+    EXPECT_EQ(unknown.status, 2);
+    EXPECT_EQ(unknown.out, "");
+    EXPECT_NE(unknown.err.find("'korvelhw:nosuch:1.0' is neither a file nor the name of a board in the catalogue"),
+              std::string::npos)
+        << unknown.err;
+}
+
+TEST(DiffCommand, AUserRepositoryBoardHidesTheInstalledOne) {
+    difftest::BoardCopy copy("board_files/halvet/1.0");
+    copy.edit("board.xml", "<data_property name=\"BOARD_COOLING\" value=\"active_fan\"/>",
+              "<data_property name=\"BOARD_COOLING\" value=\"passive\"/>");
+    const std::string repo = copy.dir().parent_path().parent_path().string();
+    const std::string installed = showtest::boardDir("board_files/halvet/1.0");
+    for (const std::vector<std::string>& args : {std::vector<std::string>{"diff", "--repo", repo, installed,
+                                                                          "korvelhw:halvet:1.0"},
+                                                 {"diff", "--repo=" + repo, installed, "korvelhw:halvet:1.0"}}) {
+        const showtest::Run run = zrboard(args);
+        EXPECT_EQ(run.status, 1) << run.err;
+        EXPECT_EQ(differenceLines(run.out),
+                  (std::vector<std::string>{"Data properties (1):",
+                                            "  property BOARD_COOLING: value active_fan -> passive", "1 difference"}))
+            << run.out;
+    }
+}
+
 TEST(DiffCommand, UsageErrorsExitWithTwo) {
     for (const std::vector<std::string>& args :
          {std::vector<std::string>{"diff"}, {"diff", kRev10}, {"diff", "--json", kRev10}, {"diff", kRev10, kRev11, kRev10},
-          {"diff", "--text", kRev10, kRev11}}) {
+          {"diff", "--text", kRev10, kRev11}, {"diff", kRev10, kRev11, "--repo"},
+          {"diff", "--repo", "/tmp/{x}", kRev10, kRev11}}) {
         const showtest::Run run = zrboard(args);
         EXPECT_EQ(run.status, 2) << args.size() << run.err;
         EXPECT_EQ(run.out, "");
         EXPECT_NE(run.err.find("zrboard: error: "), std::string::npos) << run.err;
-        EXPECT_NE(run.err.find("diff [--json] A B"), std::string::npos) << run.err;
+        EXPECT_NE(run.err.find("diff [--json] [--repo DIR]... A B"), std::string::npos) << run.err;
     }
     const showtest::Run help = zrboard({"diff", "--help"});
     EXPECT_EQ(help.status, 0);

@@ -1,5 +1,6 @@
-// `zrboard diff [--json] A B`: reads two boards and prints what changed from
-// A to B, grouped by section, as text or as one JSON document.
+// `zrboard diff [--json] [--repo DIR]... A B`: reads two boards, from paths
+// or from the catalogue by name, and prints what changed from A to B, grouped
+// by section, as text or as one JSON document.
 #include <iostream>
 #include <memory>
 #include <sstream>
@@ -10,7 +11,10 @@
 #include "BoardPaths.h"
 #include "Command.h"
 #include "HBOBoard.h"
+#include "HBOBoardCReposMgr.h"
+#include "HBOBoardUtils.h"
 #include "HBOParser.h"
+#include "HPAParamMgr.h"
 #include "Json.h"
 #include "Version.h"
 
@@ -18,21 +22,64 @@ namespace zrboard {
 
 namespace {
 
-// Reads one board as `show` does; the reader's messages reach standard error
-// through the message manager. Null when the board cannot be read.
-std::unique_ptr<HBOBoard> readBoard(const std::string& arg) {
-    const std::string file = boardFileOf(arg);
-    std::unique_ptr<HBOBoard> board(new HBOBoard());
-    HBOParser parser;
-    if (!parser.parseFile(file, board.get())) {
-        std::cerr << kToolName << ": diff: cannot read a board from '" << file << "' (run '" << kToolName
-                  << " check PATH' for the details)\n";
-        return nullptr;
+// A board read from a path is the command's own; one from the catalogue
+// belongs to the catalogue, which is held as long as the command runs.
+class BoardSource {
+public:
+    BoardSource() = default;
+    BoardSource(const BoardSource&) = delete;
+    BoardSource& operator=(const BoardSource&) = delete;
+    ~BoardSource() {
+        if (m_catalogueHeld)
+            HBOBoardCReposMgr::release();
     }
-    // Compared in the shape the rest of the system sees; boards of schema 2 stay as they are.
-    parser.migrateV1ToV2(board.get());
-    return board;
-}
+
+    // Null when the board cannot be had; the reason is on standard error.
+    const HBOBoard* get(const std::string& arg) {
+        return isPath(arg) ? read(arg) : lookUp(arg);
+    }
+
+private:
+    // Names never hold a slash, so a path that does not exist still reads
+    // as one and gets the reader's message.
+    static bool isPath(const std::string& arg) {
+        boost::system::error_code ec;
+        return arg.find('/') != std::string::npos || boost::filesystem::exists(arg, ec);
+    }
+
+    // As `show` reads; the reader's messages reach standard error through the message manager.
+    const HBOBoard* read(const std::string& arg) {
+        const std::string file = boardFileOf(arg);
+        std::unique_ptr<HBOBoard> board(new HBOBoard());
+        HBOParser parser;
+        if (!parser.parseFile(file, board.get())) {
+            std::cerr << kToolName << ": diff: cannot read a board from '" << file << "' (run '" << kToolName
+                      << " check PATH' for the details)\n";
+            return nullptr;
+        }
+        // Compared in the shape the rest of the system sees; boards of schema 2 stay as they are.
+        parser.migrateV1ToV2(board.get());
+        m_owned.push_back(std::move(board));
+        return m_owned.back().get();
+    }
+
+    const HBOBoard* lookUp(const std::string& name) {
+        if (!m_catalogueHeld) {
+            m_catalogue = HBOBoardCReposMgr::getGlobal();
+            m_catalogueHeld = true;
+        }
+        const HBOBoard* board = m_catalogue->getInfoForBoard(name);
+        if (!board)
+            std::cerr << kToolName << ": diff: '" << name
+                      << "' is neither a file nor the name of a board in the catalogue (the data directories' "
+                         "boards and those of --repo DIR)\n";
+        return board;
+    }
+
+    std::vector<std::unique_ptr<HBOBoard>> m_owned;
+    HBOBoardCReposMgr* m_catalogue = nullptr;
+    bool m_catalogueHeld = false;
+};
 
 std::string boardLabel(const HBOBoard& board) { return board.getName() + " (" + board.getBoardFile() + ")"; }
 
@@ -89,23 +136,36 @@ void writeJson(std::ostream& out, const HBOBoard& a, const HBOBoard& b, const st
 int runDiff(const Command& self, const std::vector<std::string>& args) {
     bool asJson = false;
     bool optionsDone = false;
-    std::vector<std::string> boards;
-    for (const std::string& a : args) {
-        if (!optionsDone && a == "--")
+    std::vector<std::string> boards, repos;
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        const std::string& a = args[i];
+        if (!optionsDone && a == "--") {
             optionsDone = true;
-        else if (!optionsDone && a == "--json")
+        } else if (!optionsDone && a == "--json") {
             asJson = true;
-        else if (!optionsDone && !a.empty() && a[0] == '-')
+        } else if (!optionsDone && (a == "--repo" || a.compare(0, 7, "--repo=") == 0)) {
+            if (a == "--repo" && i + 1 >= args.size())
+                return usageError("option --repo needs a directory", &self);
+            const std::string dir = a == "--repo" ? args[++i] : a.substr(7);
+            // The repositories travel as a brace list, which has no way to hold a brace.
+            if (dir.empty() || dir.find_first_of("{}") != std::string::npos)
+                return usageError("--repo needs a directory name without braces, got '" + dir + "'", &self);
+            repos.push_back(dir);
+        } else if (!optionsDone && !a.empty() && a[0] == '-') {
             return usageError("unknown option '" + a + "'", &self);
-        else
+        } else {
             boards.push_back(a);
+        }
     }
     if (boards.size() != 2)
         return usageError("diff compares two boards, got " + std::to_string(boards.size()), &self);
+    if (!repos.empty())
+        HPAParamMgr::getParamMgr()->setValue("board.repoPaths", HBOBoardUtils::asTclSpaceSeparatedStr(repos));
 
-    // Both are read before giving up, so that one run shows every unreadable board.
-    std::unique_ptr<HBOBoard> a = readBoard(boards[0]);
-    std::unique_ptr<HBOBoard> b = readBoard(boards[1]);
+    // Both are looked for before giving up, so that one run names every board it cannot have.
+    BoardSource source;
+    const HBOBoard* a = source.get(boards[0]);
+    const HBOBoard* b = source.get(boards[1]);
     if (!a || !b)
         return kExitUsage;
 
