@@ -56,8 +56,7 @@ const EditCase kEdits[] = {
     {"board_files/tarnwick/1.2", "board.xml", "<revision id=\"1\">Rev B</revision>",
      "<revision id=\"1\">Rev B2</revision>", "identity | revision 1: name \"Rev B\" -> \"Rev B2\""},
     {"board_files/tarnwick/1.2", "board.xml", "<revision id=\"2\">Rev C</revision>",
-     "<revision id=\"2\">Rev C</revision><revision id=\"3\">Rev D</revision>",
-     "identity | revision 3: added (Rev D)"},
+     "<revision id=\"2\">Rev C</revision><revision id=\"3\">Rev D</revision>", "identity | revision 3: added (Rev D)"},
     {"board_files/durnival/1.0", "board.xml", "<revision id=\"0\">A</revision>", "<revision id=\"0\">A1</revision>",
      "identity | revision 0: name A -> A1"},
     {"board_files/tarnwick/1.2", "board.xml", "part_name=\"zf7k160t-ffg676-2\" pin_map_file",
@@ -76,16 +75,18 @@ const EditCase kEdits[] = {
     {"board_files/tarnwick/1.2", "board.xml", "part_name=\"kvm3d256m16-125\" vendor=\"korvelmem\"",
      "part_name=\"kvm3d256m16-107\" vendor=\"korvelmem\"",
      "components | component ddr3_sdram: part kvm3d256m16-125 -> kvm3d256m16-107"},
-    {"board_files/tarnwick/1.2", "board.xml", "<description>Board identification EEPROM behind the I2C switch</description>",
-     "", "components | component board_eeprom: description \"Board identification EEPROM behind the I2C switch\" -> (none)"},
+    {"board_files/tarnwick/1.2", "board.xml",
+     "<description>Board identification EEPROM behind the I2C switch</description>", "",
+     "components | component board_eeprom: description \"Board identification EEPROM behind the I2C switch\" -> "
+     "(none)"},
     {"board_files/tarnwick/1.2", "board.xml", "</components>",
      "<component name=\"status_led\" display_name=\"Status LED\" type=\"chip\" sub_type=\"led\"/></components>",
      "components | component status_led: added (chip led)"},
-    {"board_files/tarnwick/1.2", "board.xml",
-     "<interface name=\"sys_diff_clock\" order=\"1\" optional=\"true\"/>",
+    {"board_files/tarnwick/1.2", "board.xml", "<interface name=\"sys_diff_clock\" order=\"1\" optional=\"true\"/>",
      "<interface name=\"sys_diff_clock\" order=\"1\" optional=\"false\"/>",
      "components | component ddr3_sdram: mode ddr3_sdram: interface sys_diff_clock: optional true -> false"},
-    {"board_files/tarnwick/1.2", "board.xml", "<description>Memory controller clocked from the system clock</description>",
+    {"board_files/tarnwick/1.2", "board.xml",
+     "<description>Memory controller clocked from the system clock</description>",
      "<description>Memory controller</description>",
      "components | component ddr3_sdram: mode ddr3_sdram: description \"Memory controller clocked from the system "
      "clock\" -> \"Memory controller\""},
@@ -108,18 +109,21 @@ const EditCase kEdits[] = {
      "<jumpers>\n              <jumper name=\"jp9\">false</jumper>",
      "components | component part0: interface pmod_ja: needs jumper jp9 true -> false"},
     {"board_files/tarnwick/1.2", "board.xml",
-     "<description>Eight user LEDs</description>\n          <preferred_ips>\n            <preferred_ip vendor=\"korvelhw\" "
+     "<description>Eight user LEDs</description>\n          <preferred_ips>\n            <preferred_ip "
+     "vendor=\"korvelhw\" "
      "library=\"ip\" name=\"gpio_hub\" version=\"2.0\" order=\"0\"/>\n            <preferred_ip vendor=\"korvelhw\" "
      "library=\"ip\" name=\"gpio_lite\" version=\"1.1\" order=\"1\"/>",
-     "<description>Eight user LEDs</description>\n          <preferred_ips>\n            <preferred_ip vendor=\"korvelhw\" "
+     "<description>Eight user LEDs</description>\n          <preferred_ips>\n            <preferred_ip "
+     "vendor=\"korvelhw\" "
      "library=\"ip\" name=\"gpio_hub\" version=\"2.0\" order=\"0\"/>",
      "components | component part0: interface led_8bits: preferred IP korvelhw:ip:gpio_lite:1.1: removed (order 1)"},
-    {"board_files/tarnwick/1.2", "part0_pins.xml",
-     "name=\"DDR3_DQ0\" loc=\"AB1\" iostandard=\"SSTL15\"", "name=\"DDR3_DQ0\" loc=\"AB1\" iostandard=\"SSTL135\"",
+    {"board_files/tarnwick/1.2", "part0_pins.xml", "name=\"DDR3_DQ0\" loc=\"AB1\" iostandard=\"SSTL15\"",
+     "name=\"DDR3_DQ0\" loc=\"AB1\" iostandard=\"SSTL135\"",
      "components | component part0: pin DDR3_DQ0: iostandard SSTL15 -> SSTL135"},
     {"board_files/tarnwick/1.2", "part0_pins.xml", "name=\"GPIO_LED_0\" loc=\"L22\"", "name=\"GPIO_LED_0\" loc=\"ZZ9\"",
      "components | component part0: pin GPIO_LED_0: site L22 -> ZZ9"},
-    {"board_files/tarnwick/1.2", "part0_pins.xml", "iostandard=\"LVCMOS33\" drive=\"12\" slew=\"SLOW\"/>\n    <pin index=\"5\"",
+    {"board_files/tarnwick/1.2", "part0_pins.xml",
+     "iostandard=\"LVCMOS33\" drive=\"12\" slew=\"SLOW\"/>\n    <pin index=\"5\"",
      "iostandard=\"LVCMOS33\" drive=\"8\" slew=\"SLOW\"/>\n    <pin index=\"5\"",
      "components | component part0: pin GPIO_LED_0: drive 12 -> 8"},
     // The FMC pin takes its I/O standard from the FPGA pin it is wired to.
@@ -130,18 +134,23 @@ const EditCase kEdits[] = {
      "<pin index=\"0\" name=\"PMOD_JA_1\" loc=\"1A\"/>", "components | component pmod_ja: pin PMOD_JA_1: site 1 -> 1A"},
     // A connection's delay is every net's delay unless the net has its own.
     {"board_files/tarnwick/1.2", "board.xml",
-     "<connection_map name=\"part0_reset_1\" c1_st_index=\"3\" c1_end_index=\"3\" c2_st_index=\"0\" c2_end_index=\"0\"/>",
+     "<connection_map name=\"part0_reset_1\" c1_st_index=\"3\" c1_end_index=\"3\" c2_st_index=\"0\" "
+     "c2_end_index=\"0\"/>",
      "<connection_map name=\"part0_reset_1\" c1_st_index=\"3\" c1_end_index=\"3\" c2_st_index=\"0\" c2_end_index=\"0\" "
      "typical_delay=\"0.5\"/>",
      "connections | connection part0_reset_1: delay 0 -> 0.5"},
     {"board_files/tarnwick/1.2", "board.xml",
-     "<connection_map name=\"part0_reset_1\" c1_st_index=\"3\" c1_end_index=\"3\" c2_st_index=\"0\" c2_end_index=\"0\"/>",
+     "<connection_map name=\"part0_reset_1\" c1_st_index=\"3\" c1_end_index=\"3\" c2_st_index=\"0\" "
+     "c2_end_index=\"0\"/>",
      "<connection_map name=\"part0_reset_1\" c1_st_index=\"3\" c1_end_index=\"3\" c2_st_index=\"0\" c2_end_index=\"0\">"
      "<nets><net index=\"0\" typical_delay=\"0.2\"/></nets></connection_map>",
      "connections | connection part0_reset_1: net part0_reset_1_0: typical_delay (none) -> 0.2"},
     {"board_files/tarnwick/1.2", "preset.xml", "value=\"ACTIVE_HIGH\"", "value=\"ACTIVE_LOW\"",
-     "presets | preset RESET_PRESET: ip korvelhw:ip:reset_hub:5.0 *: parameter CONFIG.RESET_POLARITY ACTIVE_HIGH -> "
+     "presets | preset RESET_PRESET: ip korvelhw:ip:reset_hub:5.0: parameter CONFIG.RESET_POLARITY ACTIVE_HIGH -> "
      "ACTIVE_LOW"},
+    {"board_files/tarnwick/1.2", "board.xml", "<associated_board_interface name=\"user_clock\" order=\"1\"/>", "",
+     "ip_associated_rules | rule CLOCK_SYNTH_INPUTS: ip korvelhw:ip:clock_synth:6.0 interface clk_in: "
+     "board_interface user_clock 1 -> (none)"},
     {"board_files/halvet/1.0", "board.xml", "<supply name=\"VCCBRAM\"/>", "<supply name=\"VCCBRAM_CORE\"/>",
      "power_rails | power rail VCCBRAM_VR: members \"supply VCCBRAM\" -> \"supply VCCBRAM_CORE\""},
     {"board_files/halvet/1.0", "board.xml", "<data_property name=\"BOARD_COOLING\" value=\"active_fan\"/>",
@@ -168,9 +177,10 @@ TEST(BoardDiff, AddedAndRemovedObjectsAreNotTakenApart) {
     // A whole component goes with its modes; a whole connection with its
     // nets; a whole preset with its IPs and parameters.
     BoardCopy copy("board_files/tarnwick/1.2");
-    copy.edit("board.xml", "<connection name=\"part0_user_clock\" component1=\"part0\" component2=\"user_clock\">\n"
-                           "      <connection_map name=\"part0_user_clock_1\" c1_st_index=\"2\" c1_end_index=\"2\" "
-                           "c2_st_index=\"0\" c2_end_index=\"0\"/>\n    </connection>",
+    copy.edit("board.xml",
+              "<connection name=\"part0_user_clock\" component1=\"part0\" component2=\"user_clock\">\n"
+              "      <connection_map name=\"part0_user_clock_1\" c1_st_index=\"2\" c1_end_index=\"2\" "
+              "c2_st_index=\"0\" c2_end_index=\"0\"/>\n    </connection>",
               "");
     const std::string preset = showtest::readFile(copy.dir() / "preset.xml");
     const std::string::size_type start = preset.find("  <ip_preset preset_proc_name=\"user_clock_preset\">");
@@ -215,10 +225,10 @@ TEST(BoardDiff, TwoRevisionsOfABundledBoard) {
 }
 
 TEST(BoardDiff, ComparingTheOtherWayRoundMirrorsEveryDifference) {
-    const auto forward = diffDirs(showtest::boardDir("board_files/tarnwick/1.2"),
-                                  showtest::boardDir("board_files/halvet/1.0"));
-    const auto backward = diffDirs(showtest::boardDir("board_files/halvet/1.0"),
-                                   showtest::boardDir("board_files/tarnwick/1.2"));
+    const auto forward =
+        diffDirs(showtest::boardDir("board_files/tarnwick/1.2"), showtest::boardDir("board_files/halvet/1.0"));
+    const auto backward =
+        diffDirs(showtest::boardDir("board_files/halvet/1.0"), showtest::boardDir("board_files/tarnwick/1.2"));
     ASSERT_FALSE(forward.empty());
     ASSERT_EQ(forward.size(), backward.size());
     auto key = [](const BoardDifference& d, bool flip) {

@@ -6,9 +6,9 @@
 #include <memory>
 #include <string>
 
+#include <gtest/gtest.h>
 #include <boost/algorithm/string/replace.hpp>
 #include <boost/filesystem.hpp>
-#include <gtest/gtest.h>
 
 #include "HBOBoard.h"
 #include "HBOParser.h"

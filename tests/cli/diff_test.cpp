@@ -50,7 +50,8 @@ TEST(DiffCommand, TextIsGroupedBySectionAndCounted) {
     EXPECT_EQ(headings, (std::vector<std::string>{"Identity (4):", "Components (10):", "Connections (5):",
                                                   "Presets (2):", "IP associated rules (1):"}));
     EXPECT_EQ(out.back(), std::to_string(items) + " differences");
-    EXPECT_TRUE(showtest::hasLine(run.out, "  component part0: pin BTN2: added (index 8, site A9, iostandard LVCMOS33)"))
+    EXPECT_TRUE(
+        showtest::hasLine(run.out, "  component part0: pin BTN2: added (index 8, site A9, iostandard LVCMOS33)"))
         << run.out;
     EXPECT_TRUE(showtest::hasLine(run.out, "  connection part0_usb_uart_1: c1_range 8..9 -> 10..11")) << run.out;
 }
@@ -120,23 +121,26 @@ TEST(DiffCommand, AUserRepositoryBoardHidesTheInstalledOne) {
               "<data_property name=\"BOARD_COOLING\" value=\"passive\"/>");
     const std::string repo = copy.dir().parent_path().parent_path().string();
     const std::string installed = showtest::boardDir("board_files/halvet/1.0");
-    for (const std::vector<std::string>& args : {std::vector<std::string>{"diff", "--repo", repo, installed,
-                                                                          "korvelhw:halvet:1.0"},
-                                                 {"diff", "--repo=" + repo, installed, "korvelhw:halvet:1.0"}}) {
+    for (const std::vector<std::string>& args :
+         {std::vector<std::string>{"diff", "--repo", repo, installed, "korvelhw:halvet:1.0"},
+          {"diff", "--repo=" + repo, installed, "korvelhw:halvet:1.0"}}) {
         const showtest::Run run = zrboard(args);
         EXPECT_EQ(run.status, 1) << run.err;
         EXPECT_EQ(differenceLines(run.out),
-                  (std::vector<std::string>{"Data properties (1):",
-                                            "  property BOARD_COOLING: value active_fan -> passive", "1 difference"}))
+                  (std::vector<std::string>{
+                      "Data properties (1):", "  property BOARD_COOLING: value active_fan -> passive", "1 difference"}))
             << run.out;
     }
 }
 
 TEST(DiffCommand, UsageErrorsExitWithTwo) {
-    for (const std::vector<std::string>& args :
-         {std::vector<std::string>{"diff"}, {"diff", kRev10}, {"diff", "--json", kRev10}, {"diff", kRev10, kRev11, kRev10},
-          {"diff", "--text", kRev10, kRev11}, {"diff", kRev10, kRev11, "--repo"},
-          {"diff", "--repo", "/tmp/{x}", kRev10, kRev11}}) {
+    for (const std::vector<std::string>& args : {std::vector<std::string>{"diff"},
+                                                 {"diff", kRev10},
+                                                 {"diff", "--json", kRev10},
+                                                 {"diff", kRev10, kRev11, kRev10},
+                                                 {"diff", "--text", kRev10, kRev11},
+                                                 {"diff", kRev10, kRev11, "--repo"},
+                                                 {"diff", "--repo", "/tmp/{x}", kRev10, kRev11}}) {
         const showtest::Run run = zrboard(args);
         EXPECT_EQ(run.status, 2) << args.size() << run.err;
         EXPECT_EQ(run.out, "");
@@ -167,8 +171,7 @@ TEST(DiffCommand, UnreadableBoardsAreNamedWithTheirMessages) {
         EXPECT_NE(run.err.find("[board 49-36]"), std::string::npos) << run.err;
         EXPECT_NE(run.err.find("zrboard: diff: cannot read a board from '" + missing + "'"), std::string::npos)
             << run.err;
-        EXPECT_NE(run.err.find("zrboard: diff: cannot read a board from '" + broken.string() + "'"),
-                  std::string::npos)
+        EXPECT_NE(run.err.find("zrboard: diff: cannot read a board from '" + broken.string() + "'"), std::string::npos)
             << run.err;
     }
     // One good board does not make the other readable.

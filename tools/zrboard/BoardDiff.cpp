@@ -153,8 +153,7 @@ private:
         if (before != after)
             m_out.push_back({m_section, p, BoardDifference::kChanged, field, before, after});
     }
-    void changedPath(const Path& p, const std::string& field, const std::string& before,
-                     const std::string& after) {
+    void changedPath(const Path& p, const std::string& field, const std::string& before, const std::string& after) {
         changed(p, field, relativeTo(m_dirA, before), relativeTo(m_dirB, after));
     }
     // Every key of either map as a field of its own; a missing key reads as empty.
@@ -279,8 +278,9 @@ void Differ::identity() {
         revA.push_back(&kv);
     for (const Rev& kv : m_b.getCompatibleBoardRevisions())
         revB.push_back(&kv);
-    match<Rev>(p, "revision", revA, revB, revisionsKey, [](const Rev& r) { return r.second; },
-               [this](const Path& q, const Rev& a, const Rev& b) { changed(q, "name", a.second, b.second); });
+    match<Rev>(
+        p, "revision", revA, revB, revisionsKey, [](const Rev& r) { return r.second; },
+        [this](const Path& q, const Rev& a, const Rev& b) { changed(q, "name", a.second, b.second); });
 }
 
 void Differ::parameters(const Path& p, const std::vector<HBOParameter*>& a, const std::vector<HBOParameter*>& b) {
@@ -298,7 +298,8 @@ void Differ::parameters(const Path& p, const std::vector<HBOParameter*>& a, cons
 
 void Differ::images(const Path& p, const std::vector<HBOImage*>& a, const std::vector<HBOImage*>& b) {
     match<HBOImage>(
-        p, "image", present(a), present(b), [this](const HBOImage& x) { return relativeTo(m_dirA, relativeTo(m_dirB, x.getName())); },
+        p, "image", present(a), present(b),
+        [this](const HBOImage& x) { return relativeTo(m_dirA, relativeTo(m_dirB, x.getName())); },
         [](const HBOImage& x) { return x.getDisplayName(); },
         [this](const Path& q, const HBOImage& x, const HBOImage& y) {
             changed(q, "display_name", x.getDisplayName(), y.getDisplayName());
@@ -445,9 +446,7 @@ void Differ::mode(const Path& p, const HBOComponentMode& a, const HBOComponentMo
         intfB.push_back(&e);
     match<Entry>(
         p, "interface", intfA, intfB, [](const Entry& e) { return e.second.first; },
-        [](const Entry& e) {
-            return "order " + std::to_string(e.first) + (e.second.second ? ", optional" : "");
-        },
+        [](const Entry& e) { return "order " + std::to_string(e.first) + (e.second.second ? ", optional" : ""); },
         [this](const Path& q, const Entry& x, const Entry& y) {
             changed(q, "order", std::to_string(x.first), std::to_string(y.first));
             changed(q, "optional", boolText(x.second.second), boolText(y.second.second));
@@ -492,9 +491,7 @@ void Differ::interface(const Path& p, const HBOBusIf& a, const HBOBusIf& b) {
         [&](const Path& q, const HBOPortMap& x, const HBOPortMap& y) { port(q, a, x, b, y); });
 }
 
-StringMap pinMapOf(const HBOModelPort* port) {
-    return port ? port->getPinPortMap() : StringMap();
-}
+StringMap pinMapOf(const HBOModelPort* port) { return port ? port->getPinPortMap() : StringMap(); }
 
 // A schema 1 port names its pins itself instead of mapping indices.
 std::string pinListOf(const HBOModelPort* port) {
@@ -506,8 +503,7 @@ std::string pinListOf(const HBOModelPort* port) {
     return join(pins, " ");
 }
 
-void Differ::port(const Path& p, const HBOBusIf& busA, const HBOPortMap& a, const HBOBusIf& busB,
-                  const HBOPortMap& b) {
+void Differ::port(const Path& p, const HBOBusIf& busA, const HBOPortMap& a, const HBOBusIf& busB, const HBOPortMap& b) {
     changed(p, "physical_port", a.getPhysicalPort(), b.getPhysicalPort());
     const HBOModelPort* portA = show::portOf(busA, a.getPhysicalPort());
     const HBOModelPort* portB = show::portOf(busB, b.getPhysicalPort());
@@ -570,7 +566,9 @@ void Differ::connection(const Path& p, const HBOBoardBus& a, const HBOBoardBus& 
                     netEnd(m_b, b.getComp2(), y.getC2PinIndex()));
             // A net's delays are the connection's unless it has its own; its
             // enablement dependency is always the connection's.
-            auto own = [](float value, float inherited) { return value == inherited ? std::string() : formatFloat(value); };
+            auto own = [](float value, float inherited) {
+                return value == inherited ? std::string() : formatFloat(value);
+            };
             changed(q, "typical_delay", own(x.getTypicalDelay(), a.getDelay()), own(y.getTypicalDelay(), b.getDelay()));
             changed(q, "min_delay", own(x.getMinDelay(), a.getMinDelay()), own(y.getMinDelay(), b.getMinDelay()));
             changed(q, "max_delay", own(x.getMaxDelay(), a.getMaxDelay()), own(y.getMaxDelay(), b.getMaxDelay()));
@@ -584,7 +582,10 @@ void Differ::presets(const HBOBoard::IpPresetMap& a, const HBOBoard::IpPresetMap
         entriesA.push_back(&e);
     for (const Entry& e : b)
         entriesB.push_back(&e);
-    const std::string kind = m_section == "presets" ? "preset" : "rule";
+    // A rule's pairs are the board interfaces it associates, with their order.
+    const bool isPreset = m_section == "presets";
+    const std::string kind = isPreset ? "preset" : "rule";
+    const std::string pairs = isPreset ? "parameter " : "board_interface ";
     match<Entry>(
         Path(), kind, entriesA, entriesB, [](const Entry& e) { return e.first; },
         [](const Entry& e) {
@@ -594,20 +595,22 @@ void Differ::presets(const HBOBoard::IpPresetMap& a, const HBOBoard::IpPresetMap
                     ips.push_back(vlnvOf(*ip));
             return join(ips, " ");
         },
-        [this](const Path& q, const Entry& x, const Entry& y) {
+        [this, pairs](const Path& q, const Entry& x, const Entry& y) {
             match<HBOIpPreset>(
                 q, "ip", present(x.second), present(y.second),
+                // "*", any interface of the IP, is what the reader puts for none.
                 [](const HBOIpPreset& ip) {
-                    return vlnvOf(ip) + (ip.getIpInterface().empty() ? "" : " " + ip.getIpInterface());
+                    const std::string& intf = ip.getIpInterface();
+                    return vlnvOf(ip) + (intf.empty() || intf == "*" ? "" : " interface " + intf);
                 },
                 [](const HBOIpPreset& ip) { return ip.getPresetName(); },
-                [this](const Path& r, const HBOIpPreset& s, const HBOIpPreset& t) {
+                [this, pairs](const Path& r, const HBOIpPreset& s, const HBOIpPreset& t) {
                     changed(r, "preset_name", s.getPresetName(), t.getPresetName());
                     changed(r, "preset_proc", s.getPresetProcName(), t.getPresetProcName());
                     changed(r, "kind", s.getPresetorAssocIntf(), t.getPresetorAssocIntf());
                     changed(r, "value_type", s.getValueType(), t.getValueType());
                     // A parameter may name a file beside the board, which the reader made a path.
-                    changedMap(r, "parameter ", relativeValues(m_dirA, s.getParamList()),
+                    changedMap(r, pairs, relativeValues(m_dirA, s.getParamList()),
                                relativeValues(m_dirB, t.getParamList()));
                 });
         });
@@ -652,15 +655,16 @@ void Differ::dataProps(const Path& p, const HBOBoardDataProps::PropMap& a, const
         entriesA.push_back(&e);
     for (const Entry& e : b)
         entriesB.push_back(&e);
-    match<Entry>(p, "property", entriesA, entriesB, [](const Entry& e) { return e.first; }, text,
-                 [&](const Path& q, const Entry& x, const Entry& y) {
-                     const show::DataPropValue vx = show::dataPropValue(x.second);
-                     const show::DataPropValue vy = show::dataPropValue(y.second);
-                     if (vx.isGroup && vy.isGroup)
-                         dataProps(q, *vx.group, *vy.group);
-                     else
-                         changed(q, "value", text(x), text(y));
-                 });
+    match<Entry>(
+        p, "property", entriesA, entriesB, [](const Entry& e) { return e.first; }, text,
+        [&](const Path& q, const Entry& x, const Entry& y) {
+            const show::DataPropValue vx = show::dataPropValue(x.second);
+            const show::DataPropValue vy = show::dataPropValue(y.second);
+            if (vx.isGroup && vy.isGroup)
+                dataProps(q, *vx.group, *vy.group);
+            else
+                changed(q, "value", text(x), text(y));
+        });
 }
 
 void Differ::run() {
@@ -723,16 +727,11 @@ std::string valueText(const std::string& value) {
 
 const std::vector<DiffSection>& diffSections() {
     static const std::vector<DiffSection> sections = {
-        {"identity", "Identity"},
-        {"parameters", "Parameters"},
-        {"jumpers", "Jumpers"},
-        {"images", "Images"},
-        {"components", "Components"},
-        {"connections", "Connections"},
-        {"presets", "Presets"},
-        {"ip_associated_rules", "IP associated rules"},
-        {"power_rails", "Power rails"},
-        {"data_properties", "Data properties"},
+        {"identity", "Identity"},       {"parameters", "Parameters"},
+        {"jumpers", "Jumpers"},         {"images", "Images"},
+        {"components", "Components"},   {"connections", "Connections"},
+        {"presets", "Presets"},         {"ip_associated_rules", "IP associated rules"},
+        {"power_rails", "Power rails"}, {"data_properties", "Data properties"},
     };
     return sections;
 }
@@ -758,15 +757,9 @@ std::string differenceLine(const BoardDifference& d) {
         parts.push_back(s.kind + " " + s.name);
     std::string last;
     switch (d.change) {
-    case BoardDifference::kAdded:
-        last = "added" + (d.after.empty() ? "" : " (" + d.after + ")");
-        break;
-    case BoardDifference::kRemoved:
-        last = "removed" + (d.before.empty() ? "" : " (" + d.before + ")");
-        break;
-    case BoardDifference::kChanged:
-        last = d.field + " " + valueText(d.before) + " -> " + valueText(d.after);
-        break;
+    case BoardDifference::kAdded: last = "added" + (d.after.empty() ? "" : " (" + d.after + ")"); break;
+    case BoardDifference::kRemoved: last = "removed" + (d.before.empty() ? "" : " (" + d.before + ")"); break;
+    case BoardDifference::kChanged: last = d.field + " " + valueText(d.before) + " -> " + valueText(d.after); break;
     }
     parts.push_back(last);
     return join(parts, ": ");

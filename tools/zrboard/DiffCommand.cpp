@@ -35,9 +35,7 @@ public:
     }
 
     // Null when the board cannot be had; the reason is on standard error.
-    const HBOBoard* get(const std::string& arg) {
-        return isPath(arg) ? read(arg) : lookUp(arg);
-    }
+    const HBOBoard* get(const std::string& arg) { return isPath(arg) ? read(arg) : lookUp(arg); }
 
 private:
     // Names never hold a slash, so a path that does not exist still reads
