@@ -249,20 +249,4 @@ TEST(BoardDiff, ComparingTheOtherWayRoundMirrorsEveryDifference) {
     EXPECT_EQ(there, back);
 }
 
-TEST(BoardDiff, LinesShowEmptyValuesAndBlanksPlainly) {
-    BoardDifference changed;
-    changed.section = "components";
-    changed.path = {{"component", "part0"}, {"pin", "X"}};
-    changed.field = "slew";
-    changed.after = "FAST";
-    EXPECT_EQ(zrboard::differenceLine(changed), "component part0: pin X: slew (none) -> FAST");
-    changed.before = "very slow";
-    changed.after = "";
-    EXPECT_EQ(zrboard::differenceLine(changed), "component part0: pin X: slew \"very slow\" -> (none)");
-    BoardDifference removed;
-    removed.change = BoardDifference::kRemoved;
-    removed.path = {{"jumper", "jp1"}};
-    EXPECT_EQ(zrboard::differenceLine(removed), "jumper jp1: removed");
-}
-
 }  // namespace

@@ -103,7 +103,7 @@ struct ConstraintText : boost::static_visitor<std::string> {
         std::vector<std::string> slaves;
         for (int b : c.slaveBanks)
             slaves.push_back(std::to_string(b));
-        return "dci_cascade " + std::to_string(c.masterBank) + " -> " + join(slaves, " ");
+        return "dci_cascade master " + std::to_string(c.masterBank) + " slaves " + join(slaves, " ");
     }
     std::string operator()(const HBOBoardComponent::InternalVrefConstr& c) const {
         return "internal_vref " + std::to_string(c.bank) + " " + formatFloat(c.voltage);

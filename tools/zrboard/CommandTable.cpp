@@ -15,12 +15,13 @@ const std::vector<Command>& commandTable() {
         {"show", "[--json] PATH", "print the board read from PATH as an outline",
          "  --json   print the whole board model as JSON\n", runShow},
         {"diff", "[--json] [--repo DIR]... A B",
-         "show what changed from board A to board B, each a board directory, a board.xml or a catalogue name",
+         "show what changed from board A to board B (paths or catalogue names)",
          "  --json       print the differences as one JSON document\n"
          "  --repo DIR   look names up in the user repository DIR too (repeatable; sets board.repoPaths)\n"
          "\n"
          "An argument that holds a slash or names an existing file or directory is read as a path; any other\n"
          "is a board name as the catalogue knows it (vendor:board:version, with the component, or short).\n"
+         "\n"
          "Exit status: 0 when the boards are equal, 1 when they differ, 2 for a usage error or a board\n"
          "that cannot be read (its numbered messages go to standard error).\n",
          runDiff},
