@@ -9,12 +9,10 @@
 
 #include "BoardDiff.h"
 #include "BoardPaths.h"
+#include "CatalogSession.h"
 #include "Command.h"
 #include "HBOBoard.h"
-#include "HBOBoardCReposMgr.h"
-#include "HBOBoardUtils.h"
 #include "HBOParser.h"
-#include "HPAParamMgr.h"
 #include "Json.h"
 #include "Version.h"
 
@@ -23,28 +21,15 @@ namespace zrboard {
 namespace {
 
 // A board read from a path is the command's own; one from the catalogue
-// belongs to the catalogue, which is held as long as the command runs.
+// belongs to the catalogue, which is opened for the first name only.
 class BoardSource {
 public:
-    BoardSource() = default;
-    BoardSource(const BoardSource&) = delete;
-    BoardSource& operator=(const BoardSource&) = delete;
-    ~BoardSource() {
-        if (m_catalogueHeld)
-            HBOBoardCReposMgr::release();
-    }
+    explicit BoardSource(const std::vector<std::string>& repos) : m_repos(repos) {}
 
     // Null when the board cannot be had; the reason is on standard error.
-    const HBOBoard* get(const std::string& arg) { return isPath(arg) ? read(arg) : lookUp(arg); }
+    const HBOBoard* get(const std::string& arg) { return looksLikePath(arg) ? read(arg) : lookUp(arg); }
 
 private:
-    // Names never hold a slash, so a path that does not exist still reads
-    // as one and gets the reader's message.
-    static bool isPath(const std::string& arg) {
-        boost::system::error_code ec;
-        return arg.find('/') != std::string::npos || boost::filesystem::exists(arg, ec);
-    }
-
     // As `show` reads; the reader's messages reach standard error through the message manager.
     const HBOBoard* read(const std::string& arg) {
         const std::string file = boardFileOf(arg);
@@ -62,21 +47,22 @@ private:
     }
 
     const HBOBoard* lookUp(const std::string& name) {
-        if (!m_catalogueHeld) {
-            m_catalogue = HBOBoardCReposMgr::getGlobal();
-            m_catalogueHeld = true;
+        if (!m_session) {
+            m_session.reset(new CatalogSession(m_repos));
+            for (const ComMsgMgrInstance& m : m_session->notices())
+                std::cerr << m.getLine() << "\n";
         }
-        const HBOBoard* board = m_catalogue->getInfoForBoard(name);
+        const HBOBoard* board = m_session->find(name);
         if (!board)
             std::cerr << kToolName << ": diff: '" << name
-                      << "' is neither a file nor the name of a board in the catalogue (the data directories' "
-                         "boards and those of --repo DIR)\n";
+                      << "' is neither a path nor a board name of the catalogue (run '" << kToolName
+                      << " list' for the names; add a repository with --repo DIR)\n";
         return board;
     }
 
+    const std::vector<std::string> m_repos;
     std::vector<std::unique_ptr<HBOBoard>> m_owned;
-    HBOBoardCReposMgr* m_catalogue = nullptr;
-    bool m_catalogueHeld = false;
+    std::unique_ptr<CatalogSession> m_session;
 };
 
 std::string boardLabel(const HBOBoard& board) { return board.getName() + " (" + board.getBoardFile() + ")"; }
@@ -142,13 +128,9 @@ int runDiff(const Command& self, const std::vector<std::string>& args) {
         } else if (!optionsDone && a == "--json") {
             asJson = true;
         } else if (!optionsDone && (a == "--repo" || a.compare(0, 7, "--repo=") == 0)) {
-            if (a == "--repo" && i + 1 >= args.size())
-                return usageError("option --repo needs a directory", &self);
-            const std::string dir = a == "--repo" ? args[++i] : a.substr(7);
-            // The repositories travel as a brace list, which has no way to hold a brace.
-            if (dir.empty() || dir.find_first_of("{}") != std::string::npos)
-                return usageError("--repo needs a directory name without braces, got '" + dir + "'", &self);
-            repos.push_back(dir);
+            std::string error;
+            if (!takeRepoOption(args, i, repos, error))
+                return usageError(error, &self);
         } else if (!optionsDone && !a.empty() && a[0] == '-') {
             return usageError("unknown option '" + a + "'", &self);
         } else {
@@ -157,11 +139,8 @@ int runDiff(const Command& self, const std::vector<std::string>& args) {
     }
     if (boards.size() != 2)
         return usageError("diff compares two boards, got " + std::to_string(boards.size()), &self);
-    if (!repos.empty())
-        HPAParamMgr::getParamMgr()->setValue("board.repoPaths", HBOBoardUtils::asTclSpaceSeparatedStr(repos));
-
     // Both are looked for before giving up, so that one run names every board it cannot have.
-    BoardSource source;
+    BoardSource source(repos);
     const HBOBoard* a = source.get(boards[0]);
     const HBOBoard* b = source.get(boards[1]);
     if (!a || !b)
