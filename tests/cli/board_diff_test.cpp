@@ -32,8 +32,9 @@ std::vector<BoardDifference> diffDirs(const boost::filesystem::path& a, const bo
 
 TEST(BoardDiff, EveryBundledBoardEqualsItsCopyElsewhere) {
     // File names inside a board directory must not make two places differ.
-    for (const char* board : {"board_files/tarnwick/1.2", "board_files/durnival/1.0", "board_files/durnival/1.1",
-                              "board_files/halvet/1.0", "board_files/fennock/1.0", "board_parts/tamsel/1.0"}) {
+    for (const char* board :
+         {"board_files/tarnwick/1.2", "board_files/durnival/1.0", "board_files/durnival/1.1", "board_files/halvet/1.0",
+          "board_files/fennock/1.0", "board_files/quillon/1.1", "board_parts/tamsel/1.0"}) {
         BoardCopy copy(board);
         EXPECT_EQ(lineList(diffDirs(showtest::boardDir(board), copy.dir())), std::vector<std::string>()) << board;
     }
@@ -151,6 +152,13 @@ const EditCase kEdits[] = {
     {"board_files/tarnwick/1.2", "board.xml", "<associated_board_interface name=\"user_clock\" order=\"1\"/>", "",
      "ip_associated_rules | rule CLOCK_SYNTH_INPUTS: ip korvelhw:ip:clock_synth:6.0 interface clk_in: "
      "board_interface user_clock 1 -> (none)"},
+    {"board_files/tarnwick/1.2", "board.xml", "<address low=\"0x54\" high=\"0x54\"/>",
+     "<address low=\"0x54\" high=\"0x55\"/>",
+     "components | component iic_main: iic_positions \"1 fmc_lpc 0x50/0x57, 2 board_eeprom 0x54/0x54\" -> \"1 fmc_lpc "
+     "0x50/0x57, 2 board_eeprom 0x54/0x55\""},
+    {"board_files/halvet/1.0", "board.xml", "<driver name=\"pmbus_monitor\" version=\"1.3\"",
+     "<driver name=\"pmbus_monitor\" version=\"1.4\"",
+     "components | component pmbus: driver pmbus_monitor: version 1.3 -> 1.4"},
     {"board_files/halvet/1.0", "board.xml", "<supply name=\"VCCBRAM\"/>", "<supply name=\"VCCBRAM_CORE\"/>",
      "power_rails | power rail VCCBRAM_VR: members \"supply VCCBRAM\" -> \"supply VCCBRAM_CORE\""},
     {"board_files/halvet/1.0", "board.xml", "<data_property name=\"BOARD_COOLING\" value=\"active_fan\"/>",
