@@ -41,6 +41,7 @@ int runShow(const Command& self, const std::vector<std::string>& args);
 int runList(const Command& self, const std::vector<std::string>& args);
 int runCompat(const Command& self, const std::vector<std::string>& args);
 int runMigrate(const Command& self, const std::vector<std::string>& args);
+int runDiff(const Command& self, const std::vector<std::string>& args);
 
 }  // namespace zrboard
 

@@ -52,6 +52,17 @@ const std::vector<Command>& commandTable() {
          "Reading stops at the first pin without index or loc, or with an index or loc seen before.\n"
          "Nothing is written when reading fails. Exit status: 0 when all was read and written, 1 otherwise.\n",
          runMigrate},
+        {"diff", "[--json] [--repo DIR]... A B",
+         "show what changed from board A to board B (paths or catalogue names)",
+         "  --json       print the differences as one JSON document\n"
+         "  --repo DIR   look names up in the user repository DIR too (repeatable; sets board.repoPaths)\n"
+         "  A, B         a board directory or board file; anything with a '/' or ending in .xml is a path;\n"
+         "               any other is a name the catalogue answers to (vendor:board:version,\n"
+         "               vendor:board:component:version, a short or an old name; any case)\n"
+         "\n"
+         "Exit status: 0 when the boards are equal, 1 when they differ, 2 for a usage error or a board\n"
+         "that cannot be read (its numbered messages go to standard error).\n",
+         runDiff},
     };
     return table;
 }
