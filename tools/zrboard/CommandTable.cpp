@@ -14,6 +14,13 @@ const std::vector<Command>& commandTable() {
          runCheck},
         {"show", "[--json] PATH", "print the board read from PATH as an outline",
          "  --json   print the whole board model as JSON\n", runShow},
+        {"site", "OUT [--repo DIR]... [--latest] [--title TEXT]",
+         "write the catalogue as a static web site into the directory OUT",
+         "  OUT           directory to write into (made if need be); open OUT/index.html\n"
+         "  --repo DIR    a user board repository (repeatable)\n"
+         "  --latest      only the newest file version of each board\n"
+         "  --title TEXT  the site's title (default \"Board catalogue\")\n",
+         runSite},
     };
     return table;
 }
