@@ -1,5 +1,6 @@
 // One board's page: everything a reader of the board files would look up,
 // in the order one chooses a board by.
+#include <algorithm>
 #include <map>
 #include <set>
 #include <sstream>
@@ -233,27 +234,28 @@ void writeModes(std::ostream& out, const HBOBoard& board, const HBOBoardComponen
             writePresets(out, board, proc);
 }
 
-// Interfaces on the FPGA name the device they reach with of_component; they
-// are shown with that device, where one looks for them.
-std::vector<const HBOBusIf*> interfacesOf(const HBOBoard& board, const HBOBoardComponent& c) {
-    std::vector<const HBOBusIf*> out;
-    const HBOBoardComponent* fpga = board.findFpgaComponent();
-    for (const auto& kv : c.getBusIfMap()) {
-        const HBOBusIf* i = kv.second;
-        if (!i)
+// Interfaces name the device they reach with of_component, and usually sit
+// on the FPGA or the connector; they are shown with that device, where one
+// looks for them.
+std::map<std::string, std::vector<const HBOBusIf*>> interfacesByDevice(const HBOBoard& board) {
+    std::map<std::string, std::vector<const HBOBusIf*>> out;
+    for (const auto& kv : board.getBoardComponents()) {
+        if (!kv.second)
             continue;
-        const std::string& of = i->getOfComponent();
-        if (&c != fpga || of.empty() || of == c.getComponentName() || !board.findBoardComponent(of))
-            out.push_back(i);
+        for (const auto& bi : kv.second->getBusIfMap()) {
+            if (!bi.second)
+                continue;
+            const std::string& of = bi.second->getOfComponent();
+            out[!of.empty() && board.findBoardComponent(of) ? board.findBoardComponent(of)->getComponentName()
+                                                            : kv.second->getComponentName()]
+                .push_back(bi.second);
+        }
     }
-    if (fpga && &c != fpga)
-        for (const auto& kv : fpga->getBusIfMap())
-            if (kv.second && kv.second->getOfComponent() == c.getComponentName())
-                out.push_back(kv.second);
     return out;
 }
 
-void writeComponent(std::ostream& out, const SiteLinks& links, const HBOBoard& board, const HBOBoardComponent& c) {
+void writeComponent(std::ostream& out, const SiteLinks& links, const HBOBoard& board, const HBOBoardComponent& c,
+                    const std::vector<const HBOBusIf*>& interfaces) {
     const bool off = c.getIsEnabled() == "false";
     out << "<section id=\"" << escape(componentAnchor(c)) << "\"" << (off ? " class=\"disabled\"" : "") << ">\n<h4>"
         << escape(c.getComponentName()) << (c.getDisplayName().empty() ? "" : " &ndash; " + escape(c.getDisplayName()))
@@ -266,7 +268,7 @@ void writeComponent(std::ostream& out, const SiteLinks& links, const HBOBoard& b
                       {"Pins", c.getPins().empty() ? "" : std::to_string(c.getPins().size())}});
     writeImages(out, links, c.getImages());
     writeModes(out, board, c);
-    for (const HBOBusIf* i : interfacesOf(board, c))
+    for (const HBOBusIf* i : interfaces)
         writeInterface(out, board, *i);
     out << "</section>\n";
 }
@@ -276,11 +278,16 @@ void writeComponents(std::ostream& out, const SiteLinks& links, const HBOBoard& 
     for (const auto& kv : board.getBoardComponents())
         if (kv.second)
             byType[kv.second->getType()].push_back(kv.second);
+    const auto interfaces = interfacesByDevice(board);
+    static const std::vector<const HBOBusIf*> none;
     out << "<h2 id=\"components\">Components</h2>\n";
     for (const auto& kv : byType) {
         out << "<h3>" << escape(kv.first.empty() ? "(no type)" : kv.first) << "</h3>\n";
         for (const HBOBoardComponent* c : kv.second)
-            writeComponent(out, links, board, *c);
+        {
+            auto it = interfaces.find(c->getComponentName());
+            writeComponent(out, links, board, *c, it == interfaces.end() ? none : it->second);
+        }
     }
 }
 
@@ -432,7 +439,9 @@ std::string messageTable(const std::vector<ComMsgMgrInstance>& messages) {
     out << "</thead>\n<tbody>\n";
     for (const ComMsgMgrInstance& m : messages) {
         const std::string severity = ComMsgMgr::severityName(m.getMask());
-        out << "<tr class=\"sev-" << escape(severity) << "\"><td>" << escape(severity) << "</td><td>"
+        std::string cls = severity;
+        std::replace(cls.begin(), cls.end(), ' ', '_');
+        out << "<tr class=\"sev-" << escape(cls) << "\"><td>" << escape(severity) << "</td><td>"
             << escape(m.getId()) << "</td><td>" << escape(m.getText()) << "</td></tr>\n";
     }
     out << "</tbody>\n</table>\n";
