@@ -347,7 +347,7 @@ std::vector<std::string> enabledBy(const HBOBoard& board, const std::string& jum
                 continue;
             auto it = bi.second->getJumpers().find(jumper);
             if (it != bi.second->getJumpers().end())
-                out.push_back("interface " + bi.second->getName() + (it->second ? " when on" : " when off"));
+                out.push_back("interface " + bi.second->getName() + (it->second ? " when true" : " when false"));
         }
         for (const HBOComponentMode* mode : kv.second->getComponentModes())
             if (mode)

@@ -1,5 +1,7 @@
 // `zrboard site OUT [--repo DIR]... [--latest] [--title TEXT]`: writes the
 // catalogue as a static web site that needs nothing but a browser.
+#include <chrono>
+#include <cstdio>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -81,8 +83,12 @@ int runSite(const Command& self, const std::vector<std::string>& args) {
     if (int rc = parseOptions(self, args, opts))
         return rc;
 
+    using Clock = std::chrono::steady_clock;
+    const Clock::time_point start = Clock::now();
     site::SiteCatalog catalog(opts.repos, opts.latest);
+    const Clock::time_point read = Clock::now();
     const site::SiteResult result = site::writeSite(catalog, opts.out, opts.title);
+    const Clock::time_point written = Clock::now();
 
     // Problems go to standard error; the site shows them as well.
     for (const ComMsgMgrInstance& m : catalog.notices())
@@ -96,6 +102,13 @@ int runSite(const Command& self, const std::vector<std::string>& args) {
 
     boost::system::error_code ec;
     const boost::filesystem::path index = boost::filesystem::absolute(opts.out, ec) / "index.html";
+    auto seconds = [](Clock::duration d) {
+        char text[32];
+        std::snprintf(text, sizeof text, "%.2f s", std::chrono::duration<double>(d).count());
+        return std::string(text);
+    };
+    std::cout << "Read the catalogue in " << seconds(read - start) << ", wrote the site in " << seconds(written - read)
+              << ".\n";
     std::cout << "Wrote " << result.pages << " board page" << (result.pages == 1 ? "" : "s") << " and "
               << result.images << " image" << (result.images == 1 ? "" : "s") << "; open "
               << index.lexically_normal().string() << " in a browser.\n";
