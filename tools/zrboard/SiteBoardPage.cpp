@@ -191,7 +191,9 @@ std::string flagList(const std::map<std::string, bool>& flags) {
     return HBOBoardUtils::join(items, ", ");
 }
 
-void writeInterface(std::ostream& out, const HBOBoard& board, const HBOBusIf& busIf) {
+// `shownPresets`: presets shown with the component's modes already.
+void writeInterface(std::ostream& out, const HBOBoard& board, const HBOBusIf& busIf,
+                    const std::set<std::string>& shownPresets) {
     const bool off = busIf.getIsEnabled() == "false";
     out << "<h5" << (off ? " class=\"disabled\"" : "") << ">Interface " << escape(busIf.getName())
         << (off ? "<span class=\"badge\">disabled</span>" : "") << "</h5>\n";
@@ -206,13 +208,16 @@ void writeInterface(std::ostream& out, const HBOBoard& board, const HBOBusIf& bu
                       {"Preferred IPs", HBOBoardUtils::join(prefs, ", ")},
                       {"Needs jumpers", flagList(busIf.getJumpers())},
                       {"Needs board parameters", flagList(busIf.getParams())}});
-    writePresets(out, board, busIf.getPresetProcName());
+    if (!shownPresets.count(busIf.getPresetProcName()))
+        writePresets(out, board, busIf.getPresetProcName());
     writeInterfacePins(out, busIf);
 }
 
-void writeModes(std::ostream& out, const HBOBoard& board, const HBOBoardComponent& c) {
+// Returns the preset procedures it showed.
+std::set<std::string> writeModes(std::ostream& out, const HBOBoard& board, const HBOBoardComponent& c) {
+    std::set<std::string> done;
     if (c.getComponentModes().empty())
-        return;
+        return done;
     out << "<table class=\"modes\">\n<thead>";
     writeRow(out, {"Mode", "Display name", "Interfaces", "Preset", "Depends on", "Enabled"}, "th");
     out << "</thead>\n<tbody>\n";
@@ -228,10 +233,10 @@ void writeModes(std::ostream& out, const HBOBoard& board, const HBOBoardComponen
         procs.push_back(mode->getPresetProcName());
     }
     out << "</tbody>\n</table>\n";
-    std::set<std::string> done;
     for (const std::string& proc : procs)
         if (done.insert(proc).second)
             writePresets(out, board, proc);
+    return done;
 }
 
 // Interfaces name the device they reach with of_component, and usually sit
@@ -267,9 +272,9 @@ void writeComponent(std::ostream& out, const SiteLinks& links, const HBOBoard& b
                       {"Connected to", c.getConnectedToLogicStr()},
                       {"Pins", c.getPins().empty() ? "" : std::to_string(c.getPins().size())}});
     writeImages(out, links, c.getImages());
-    writeModes(out, board, c);
+    const std::set<std::string> presets = writeModes(out, board, c);
     for (const HBOBusIf* i : interfaces)
-        writeInterface(out, board, *i);
+        writeInterface(out, board, *i, presets);
     out << "</section>\n";
 }
 

@@ -1,13 +1,10 @@
 #include "SiteCatalog.h"
 
 #include <algorithm>
-#include <set>
 
 #include "HBOBoard.h"
 #include "HBOBoardCReposMgr.h"
 #include "HBOBoardComponent.h"
-#include "HBOBoardUtils.h"
-#include "HPAParamMgr.h"
 
 namespace zrboard {
 namespace site {
@@ -37,16 +34,9 @@ private:
     bool m_wasOn;
 };
 
-bool byName(const HBOBoardComponent* a, const HBOBoardComponent* b) { return a->getName() < b->getName(); }
-
 }  // namespace
 
-SiteCatalog::SiteCatalog(const std::vector<std::string>& repos, bool latest) {
-    if (!repos.empty())
-        HPAParamMgr::getParamMgr()->setValue("board.repoPaths", HBOBoardUtils::asTclSpaceSeparatedStr(repos));
-
-    const bool printing = ComMsgMgr::printToStderr();
-    ComMsgMgr::setPrintToStderr(false);
+SiteCatalog::SiteCatalog(const std::vector<std::string>& repos, bool latest) : m_latest(latest) {
     {
         ChannelOn parse(kParseChannel), walk(kWalkChannel);
         std::vector<ComMsgMgrInstance>* current = nullptr;
@@ -56,37 +46,26 @@ SiteCatalog::SiteCatalog(const std::vector<std::string>& repos, bool latest) {
                     current = nullptr;
                 else if (m.getChannel() == kParseChannel && m.getFormat() == kParseStart && !m.getArgs().empty())
                     current = &m_byFile[m.getArgs().front()];
-                return;
+            } else if (current) {
+                current->push_back(m);
             }
-            (current ? *current : m_notices).push_back(m);
         });
+        // The session keeps standard error quiet while it reads.
         try {
-            m_mgr = HBOBoardCReposMgr::getGlobal();
-            if (latest)
-                m_mgr->getAllLatestBoards(m_boards);
-            else
-                m_mgr->getAllBoards(m_boards);
-            m_mgr->rebuildConnectorsCompatibilityCache();
+            m_session.reset(new CatalogSession(repos));
         } catch (...) {
             ComMsgMgr::removeListener(handle);
-            ComMsgMgr::setPrintToStderr(printing);
             throw;
         }
         ComMsgMgr::removeListener(handle);
     }
-    ComMsgMgr::setPrintToStderr(printing);
-
+    HBOBoardCReposMgr& mgr = m_session->catalogue();
+    if (latest)
+        mgr.getAllLatestBoards(m_boards);
+    else
+        mgr.getAllBoards(m_boards);
     m_boards.erase(std::remove(m_boards.begin(), m_boards.end(), nullptr), m_boards.end());
-    std::set<std::string> filed;
-    std::vector<HBOBoard*> all;
-    m_mgr->getAllStaticBoardParts(all);
-    m_mgr->getAllBoards(all);
-    for (const HBOBoard* b : all)
-        if (b)
-            filed.insert(b->getBoardFile());
-    for (auto& kv : m_byFile)
-        if (!filed.count(kv.first))
-            m_unfiled.insert(kv);
+    mgr.rebuildConnectorsCompatibilityCache();
 
     // The caches live on the reference boards; the daughter's view is their inverse.
     for (const HBOBoard* board : m_boards) {
@@ -99,11 +78,7 @@ SiteCatalog::SiteCatalog(const std::vector<std::string>& repos, bool latest) {
     }
 }
 
-SiteCatalog::~SiteCatalog() {
-    // The catalogue's own callers keep references by design; the tool lets go of all.
-    while (HBOBoardCReposMgr::peekGlobal())
-        HBOBoardCReposMgr::release();
-}
+SiteCatalog::~SiteCatalog() = default;
 
 const std::vector<ComMsgMgrInstance>& SiteCatalog::messagesOf(const HBOBoard& board) const {
     static const std::vector<ComMsgMgrInstance> none;
@@ -112,27 +87,9 @@ const std::vector<ComMsgMgrInstance>& SiteCatalog::messagesOf(const HBOBoard& bo
 }
 
 std::vector<ConnectorFit> SiteCatalog::fitsOf(const HBOBoard& board) const {
-    std::vector<ConnectorFit> fits;
     if (board.isIntegratedBoard() || !board.findFpgaComponent())
-        return fits;
-    std::vector<HBOBoardComponent*> own;
-    board.getConnectorsList(own);
-    for (const HBOBoardComponent* c : own) {
-        if (!c)
-            continue;
-        ConnectorFit fit;
-        fit.own = c;
-        std::vector<HBOBoardComponent*> candidates;
-        board.getCompatibleConnectorsList(c, candidates);
-        std::set<const HBOBoardComponent*> seen;
-        for (const HBOBoardComponent* d : candidates)
-            if (d && seen.insert(d).second)
-                (board.isConnectorFullCompatibleWithConnector(c, d) ? fit.full : fit.partial).push_back(d);
-        std::sort(fit.full.begin(), fit.full.end(), byName);
-        std::sort(fit.partial.begin(), fit.partial.end(), byName);
-        fits.push_back(fit);
-    }
-    return fits;
+        return {};
+    return zrboard::fitsOf(board, m_latest);
 }
 
 const std::vector<HostFit>& SiteCatalog::hostsOf(const HBOBoard& board) const {

@@ -5,22 +5,19 @@
 #define ZRBOARD_SITECATALOG_H
 
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "CatalogSession.h"
 #include "ComMsgMgr.h"
+#include "ConnectorFits.h"
 
 class HBOBoard;
 class HBOBoardComponent;
-class HBOBoardCReposMgr;
 
 namespace zrboard {
 namespace site {
-
-struct ConnectorFit {
-    const HBOBoardComponent* own = nullptr;
-    std::vector<const HBOBoardComponent*> full, partial;  // ordered by name
-};
 
 // A connector of a reference board that a daughter board's connector fits.
 struct HostFit {
@@ -42,10 +39,11 @@ public:
     const std::vector<HBOBoard*>& boards() const { return m_boards; }
     // The messages the board got while the catalogue read it.
     const std::vector<ComMsgMgrInstance>& messagesOf(const HBOBoard& board) const;
-    // Board files read but not in the catalogue, with their messages.
-    const std::map<std::string, std::vector<ComMsgMgrInstance>>& unfiled() const { return m_unfiled; }
+    // Board files that did not read, with their messages.
+    const std::vector<FailedBoard>& failedBoards() const { return m_session->failedBoards(); }
     // Messages about repositories as a whole (a missing directory, say).
-    const std::vector<ComMsgMgrInstance>& notices() const { return m_notices; }
+    const std::vector<ComMsgMgrInstance>& notices() const { return m_session->notices(); }
+    CatalogSession& session() const { return *m_session; }
 
     // One entry per connector of a reference board; empty for other boards.
     std::vector<ConnectorFit> fitsOf(const HBOBoard& board) const;
@@ -53,11 +51,10 @@ public:
     const std::vector<HostFit>& hostsOf(const HBOBoard& board) const;
 
 private:
-    HBOBoardCReposMgr* m_mgr = nullptr;
+    std::unique_ptr<CatalogSession> m_session;
+    bool m_latest = false;
     std::vector<HBOBoard*> m_boards;
     std::map<std::string, std::vector<ComMsgMgrInstance>> m_byFile;
-    std::map<std::string, std::vector<ComMsgMgrInstance>> m_unfiled;
-    std::vector<ComMsgMgrInstance> m_notices;
     std::map<const HBOBoard*, std::vector<HostFit>> m_hosts;
 };
 

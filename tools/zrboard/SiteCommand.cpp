@@ -8,6 +8,7 @@
 
 #include <boost/filesystem.hpp>
 
+#include "CatalogSession.h"
 #include "Command.h"
 #include "SiteCatalog.h"
 #include "SiteWriter.h"
@@ -24,21 +25,6 @@ struct SiteOptions {
     bool latest = false;
 };
 
-// Takes "--name VALUE" or "--name=VALUE" at args[i]; advances i.
-bool takeValue(const std::vector<std::string>& args, std::size_t& i, const std::string& name, std::string& value,
-               std::string& error) {
-    const std::string& a = args[i];
-    if (a.compare(0, name.size() + 1, name + "=") == 0) {
-        value = a.substr(name.size() + 1);
-    } else if (i + 1 < args.size()) {
-        value = args[++i];
-    } else {
-        error = "option " + name + " needs a value";
-        return false;
-    }
-    return true;
-}
-
 bool isOption(const std::string& a, const std::string& name) {
     return a == name || a.compare(0, name.size() + 1, name + "=") == 0;
 }
@@ -47,19 +33,18 @@ int parseOptions(const Command& self, const std::vector<std::string>& args, Site
     std::vector<std::string> operands;
     for (std::size_t i = 0; i < args.size(); ++i) {
         const std::string& a = args[i];
-        std::string error, value;
+        std::string error;
         if (a == "--latest") {
             opts.latest = true;
         } else if (isOption(a, "--repo")) {
-            if (!takeValue(args, i, "--repo", value, error))
-                return usageError("option --repo needs a directory", &self);
-            if (value.empty())
-                return usageError("option --repo needs a directory, got an empty one", &self);
-            opts.repos.push_back(value);
-        } else if (isOption(a, "--title")) {
-            if (!takeValue(args, i, "--title", value, error))
+            if (!takeRepoOption(args, i, opts.repos, error))
                 return usageError(error, &self);
-            opts.title = value;
+        } else if (a == "--title") {
+            if (i + 1 >= args.size())
+                return usageError("option --title needs a text", &self);
+            opts.title = args[++i];
+        } else if (a.compare(0, 8, "--title=") == 0) {
+            opts.title = a.substr(8);
         } else if (a != "-" && !a.empty() && a[0] == '-') {
             return usageError("unknown option '" + a + "'", &self);
         } else {
@@ -90,13 +75,8 @@ int runSite(const Command& self, const std::vector<std::string>& args) {
     const site::SiteResult result = site::writeSite(catalog, opts.out, opts.title);
     const Clock::time_point written = Clock::now();
 
-    // Problems go to standard error; the site shows them as well.
-    for (const ComMsgMgrInstance& m : catalog.notices())
-        std::cerr << m.getLine() << "\n";
-    for (const auto& kv : catalog.unfiled())
-        std::cerr << kToolName << ": site: the board file '" << kv.first
-                  << "' is not in the catalogue (it did not read, or a board of its name came first; run '"
-                  << kToolName << " check " << kv.first << "' for the details)\n";
+    // Problems go to standard error as `list` reports them; the site shows them as well.
+    catalog.session().reportProblems(std::cerr, self.name);
     for (const std::string& image : result.missingImages)
         std::cerr << kToolName << ": site: image not found: " << image << "\n";
 
@@ -115,8 +95,9 @@ int runSite(const Command& self, const std::vector<std::string>& args) {
     std::cout.flush();
     if (!std::cout)
         return kExitFailure;
-    // A repository that is not there is a mistake on the command line.
-    return catalog.notices().empty() ? kExitOk : kExitFailure;
+    // As for `list`: the site is whole, but a board that did not read or a
+    // repository that is not there makes the status 1.
+    return catalog.session().hadProblems() ? kExitFailure : kExitOk;
 }
 
 }  // namespace zrboard

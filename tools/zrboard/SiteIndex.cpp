@@ -69,12 +69,11 @@ std::string indexPage(const SiteCatalog& catalog, const SiteLinks& links, const 
         out << "<h2>Repository messages</h2>\n";
         out << messageTable(catalog.notices());
     }
-    if (!catalog.unfiled().empty()) {
-        out << "<h2>Board files not in the catalogue</h2>\n"
-            << "<p>These files did not read, or a board of the same name was read before them.</p>\n";
-        for (const auto& kv : catalog.unfiled()) {
-            out << "<h3>" << escape(kv.first) << "</h3>\n";
-            out << (kv.second.empty() ? "<p>No messages.</p>\n" : messageTable(kv.second));
+    if (!catalog.failedBoards().empty()) {
+        out << "<h2>Board files that did not read</h2>\n";
+        for (const FailedBoard& f : catalog.failedBoards()) {
+            out << "<h3>" << escape(f.path) << "</h3>\n";
+            out << (f.messages.empty() ? "<p>No messages.</p>\n" : messageTable(f.messages));
         }
     }
     out << pageEnd("");

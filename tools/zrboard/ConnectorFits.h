@@ -1,0 +1,24 @@
+// Which daughter-board connectors fit each connector of a reference board,
+// read from the board's compatibility caches; `compat` and `site` show it.
+#ifndef ZRBOARD_CONNECTORFITS_H
+#define ZRBOARD_CONNECTORFITS_H
+
+#include <vector>
+
+class HBOBoard;
+class HBOBoardComponent;
+
+namespace zrboard {
+
+struct ConnectorFit {
+    const HBOBoardComponent* own;
+    std::vector<const HBOBoardComponent*> full, partial;  // ordered by name
+};
+
+// One entry per connector of `board`; with `latest` only the newest version
+// of each daughter part.
+std::vector<ConnectorFit> fitsOf(const HBOBoard& board, bool latest);
+
+}  // namespace zrboard
+
+#endif
