@@ -79,7 +79,7 @@ std::vector<std::pair<std::string, std::string>> dependencyPairs(const std::stri
     return pairs;
 }
 
-void writeIdentity(std::ostream& out, const SiteLinks& links, const HBOBoard& board) {
+void writeIdentity(std::ostream& out, const HBOBoard& board) {
     const HBOBoardComponent* part = board.getActivePart();
     std::vector<std::string> revisions;
     for (const auto& kv : board.getCompatibleBoardRevisions())
@@ -111,7 +111,6 @@ void writeIdentity(std::ostream& out, const SiteLinks& links, const HBOBoard& bo
             out << escape(board.getSpecUrl());
         out << "</p>\n";
     }
-    (void)links;
 }
 
 void writeImages(std::ostream& out, const SiteLinks& links, const std::vector<HBOImage*>& images) {
@@ -459,7 +458,7 @@ std::string boardPage(const SiteCatalog& catalog, const SiteLinks& links, const 
     const std::string display = board.getDisplayName().empty() ? board.getName() : board.getDisplayName();
     out << pageStart(display + " - " + title, "../") << "<nav><a href=\"../index.html\">All boards</a> | "
         << escape(title) << "</nav>\n<h1>" << escape(display) << "</h1>\n";
-    writeIdentity(out, links, board);
+    writeIdentity(out, board);
 
     const std::string desc = board.getLongDesc().empty() ? board.getDescription() : board.getLongDesc();
     if (!desc.empty())
