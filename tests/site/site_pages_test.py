@@ -114,7 +114,9 @@ class BundledSite(unittest.TestCase):
         sorrel = self.page("korvelhw_sorrel_1.0.html")
         back = [a["href"] for t, a in sorrel.tags if t == "a" and "tarnwick" in a.get("href", "")]
         self.assertTrue(back)
-        self.assertIn("partly", sorrel.source.split('id="compatibility"')[1])
+        section = sorrel.source.split('id="compatibility"')[1].split("<h2")[0]
+        self.assertIn("Fits fully: none", section)
+        self.assertIn("korvelhw_tarnwick_1.2.html#c-fmc_lpc", section.split("Fits partly")[1])
 
     def test_board_page_sections(self):
         tarnwick = self.page("korvelhw_tarnwick_1.2.html")

@@ -1,6 +1,8 @@
 // `zrboard compat NAME [--repo DIR]... [--latest] [--json]`: for each connector
 // of a reference board, the daughter-board connectors of the catalogue that
-// fit it fully and those that fit it partly.
+// fit it fully and those that fit it partly; for a daughter board, the other
+// way round: the reference-board connectors that each of its connectors fits.
+#include <algorithm>
 #include <iostream>
 #include <sstream>
 #include <string>
@@ -25,13 +27,15 @@ std::string boardLabel(const HBOBoardComponent* c) {
     return b ? b->getDisplayName() : std::string();
 }
 
-void writeText(std::ostream& out, const HBOBoard& board, const std::vector<ConnectorFit>& fits) {
+void writeText(std::ostream& out, const HBOBoard& board, const std::vector<ConnectorFit>& fits, bool daughter) {
     out << board.getName() << " (" << board.getDisplayName() << ")\n";
     if (fits.empty())
         out << "  no connectors\n";
+    const char* full = daughter ? "fits fully on" : "fits fully";
+    const char* partly = daughter ? "fits partly on" : "fits partly";
     for (const ConnectorFit& fit : fits) {
         out << "  " << fit.own->getComponentName() << " (" << fit.own->getSubType() << ")\n";
-        for (const auto& group : {std::make_pair("fits fully", &fit.full), std::make_pair("fits partly", &fit.partial)}) {
+        for (const auto& group : {std::make_pair(full, &fit.full), std::make_pair(partly, &fit.partial)}) {
             out << "    " << group.first << ":" << (group.second->empty() ? " none" : "") << "\n";
             for (const HBOBoardComponent* c : *group.second)
                 out << "      " << c->getName() << "  " << boardLabel(c) << "\n";
@@ -39,9 +43,10 @@ void writeText(std::ostream& out, const HBOBoard& board, const std::vector<Conne
     }
 }
 
-void writeJson(std::ostream& out, const HBOBoard& board, const std::vector<ConnectorFit>& fits) {
+void writeJson(std::ostream& out, const HBOBoard& board, const std::vector<ConnectorFit>& fits, bool daughter) {
     JsonWriter json(out);
-    json.beginObject().field("board", board.getName()).key("connectors").beginArray();
+    json.beginObject().field("board", board.getName()).field("daughter_board", daughter);
+    json.key("connectors").beginArray();
     for (const ConnectorFit& fit : fits) {
         json.beginObject().field("name", fit.own->getComponentName()).field("sub_type", fit.own->getSubType());
         for (const auto& group : {std::make_pair("full", &fit.full), std::make_pair("partial", &fit.partial)}) {
@@ -83,19 +88,28 @@ int runCompat(const Command& self, const std::vector<std::string>& args) {
                   << " list' for the names; add a repository with --repo DIR)\n";
         return kExitFailure;
     }
-    if (board->isIntegratedBoard() || !board->findFpgaComponent()) {
+    session.catalogue().rebuildConnectorsCompatibilityCache();
+    const bool daughter = !board->isIntegratedBoard() && !board->findFpgaComponent();
+    std::vector<ConnectorFit> fits;
+    if (daughter) {
+        std::vector<HBOBoard*> boards;
+        if (latest)
+            session.catalogue().getAllLatestBoards(boards);
+        else
+            session.catalogue().getAllBoards(boards);
+        fits = fitsOfDaughter(*board, boards);
+    } else if (isReferenceBoard(*board)) {
+        fits = fitsOf(*board, latest);
+    } else {
         std::cerr << kToolName << ": compat: '" << board->getName()
-                  << "' is no reference board (it has no FPGA); compat lists what fits the connectors of a "
-                     "board with an FPGA\n";
+                  << "' is an integrated board; its connectors are joined already\n";
         return kExitFailure;
     }
-    session.catalogue().rebuildConnectorsCompatibilityCache();
-    const std::vector<ConnectorFit> fits = fitsOf(*board, latest);
     std::ostringstream text;
     if (asJson)
-        writeJson(text, *board, fits);
+        writeJson(text, *board, fits, daughter);
     else
-        writeText(text, *board, fits);
+        writeText(text, *board, fits, daughter);
     std::cout << text.str();
     std::cout.flush();
     return std::cout ? kExitOk : kExitFailure;

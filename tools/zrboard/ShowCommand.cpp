@@ -1,4 +1,4 @@
-// `zrboard show [--json] [--repo DIR]... PATH|NAME`: reads one board through
+// `zrboard show [--json] PATH|NAME [--repo DIR]...`: reads one board through
 // the front door, or takes it from the catalogue by name, and prints its
 // model, as an outline or as one JSON document.
 #include <iostream>

@@ -295,34 +295,35 @@ void writeComponents(std::ostream& out, const SiteLinks& links, const HBOBoard& 
     }
 }
 
+// Full and partial fits of a connector, each linked to the other board's connector.
+void writeFitLists(std::ostream& out, const SiteLinks& links, const ConnectorFit& fit) {
+    for (const auto& group : {std::make_pair("Fits fully", &fit.full), std::make_pair("Fits partly", &fit.partial)}) {
+        out << "<p>" << group.first << ":" << (group.second->empty() ? " none" : "") << "</p>\n";
+        if (group.second->empty())
+            continue;
+        out << "<ul>\n";
+        for (const HBOBoardComponent* other : *group.second)
+            out << "<li>" << boardLink(links, other->getBoard(), componentAnchor(*other)) << ", connector "
+                << escape(other->getComponentName()) << "</li>\n";
+        out << "</ul>\n";
+    }
+}
+
 void writeCompatibility(std::ostream& out, const SiteCatalog& catalog, const SiteLinks& links, const HBOBoard& board) {
-    const std::vector<ConnectorFit> fits = catalog.fitsOf(board);
-    const std::vector<HostFit>& hosts = catalog.hostsOf(board);
-    if (fits.empty() && hosts.empty())
+    const std::vector<ConnectorFit> daughters = catalog.fitsOf(board);
+    const std::vector<ConnectorFit> hosts = catalog.hostsOf(board);
+    if (daughters.empty() && hosts.empty())
         return;
     out << "<h2 id=\"compatibility\">Connector compatibility</h2>\n";
-    for (const ConnectorFit& fit : fits) {
-        out << "<h3>Connector <a href=\"#" << escape(componentAnchor(*fit.own)) << "\">"
-            << escape(fit.own->getComponentName()) << "</a>"
-            << (fit.own->getSubType().empty() ? "" : " (" + escape(fit.own->getSubType()) + ")") << "</h3>\n";
-        for (const auto& group : {std::make_pair("Fits fully", &fit.full), std::make_pair("Fits partly", &fit.partial)}) {
-            out << "<p>" << group.first << ":" << (group.second->empty() ? " none" : "") << "</p>\n";
-            if (group.second->empty())
-                continue;
-            out << "<ul>\n";
-            for (const HBOBoardComponent* d : *group.second)
-                out << "<li>" << boardLink(links, d->getBoard(), componentAnchor(*d)) << ", connector "
-                    << escape(d->getComponentName()) << "</li>\n";
-            out << "</ul>\n";
+    if (!hosts.empty())
+        out << "<p>The reference boards whose connectors this board fits.</p>\n";
+    for (const std::vector<ConnectorFit>* fits : {&daughters, &hosts}) {
+        for (const ConnectorFit& fit : *fits) {
+            out << "<h3>Connector <a href=\"#" << escape(componentAnchor(*fit.own)) << "\">"
+                << escape(fit.own->getComponentName()) << "</a>"
+                << (fit.own->getSubType().empty() ? "" : " (" + escape(fit.own->getSubType()) + ")") << "</h3>\n";
+            writeFitLists(out, links, fit);
         }
-    }
-    if (!hosts.empty()) {
-        out << "<h3>Fits these reference boards</h3>\n<ul>\n";
-        for (const HostFit& h : hosts)
-            out << "<li>Connector " << escape(h.daughter->getComponentName()) << " on "
-                << boardLink(links, h.host->getBoard(), componentAnchor(*h.host)) << ", connector "
-                << escape(h.host->getComponentName()) << ": " << (h.full ? "fully" : "partly") << "</li>\n";
-        out << "</ul>\n";
     }
 }
 

@@ -66,16 +66,6 @@ SiteCatalog::SiteCatalog(const std::vector<std::string>& repos, bool latest) : m
         mgr.getAllBoards(m_boards);
     m_boards.erase(std::remove(m_boards.begin(), m_boards.end(), nullptr), m_boards.end());
     mgr.rebuildConnectorsCompatibilityCache();
-
-    // The caches live on the reference boards; the daughter's view is their inverse.
-    for (const HBOBoard* board : m_boards) {
-        for (const ConnectorFit& fit : fitsOf(*board)) {
-            for (const HBOBoardComponent* c : fit.full)
-                m_hosts[c->getBoard()].push_back({fit.own, c, true});
-            for (const HBOBoardComponent* c : fit.partial)
-                m_hosts[c->getBoard()].push_back({fit.own, c, false});
-        }
-    }
 }
 
 SiteCatalog::~SiteCatalog() = default;
@@ -87,15 +77,15 @@ const std::vector<ComMsgMgrInstance>& SiteCatalog::messagesOf(const HBOBoard& bo
 }
 
 std::vector<ConnectorFit> SiteCatalog::fitsOf(const HBOBoard& board) const {
-    if (board.isIntegratedBoard() || !board.findFpgaComponent())
+    if (!isReferenceBoard(board))
         return {};
     return zrboard::fitsOf(board, m_latest);
 }
 
-const std::vector<HostFit>& SiteCatalog::hostsOf(const HBOBoard& board) const {
-    static const std::vector<HostFit> none;
-    auto it = m_hosts.find(&board);
-    return it == m_hosts.end() ? none : it->second;
+std::vector<ConnectorFit> SiteCatalog::hostsOf(const HBOBoard& board) const {
+    if (board.isIntegratedBoard() || isReferenceBoard(board))
+        return {};
+    return fitsOfDaughter(board, m_boards);
 }
 
 }  // namespace site

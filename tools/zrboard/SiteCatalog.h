@@ -19,13 +19,6 @@ class HBOBoardComponent;
 namespace zrboard {
 namespace site {
 
-// A connector of a reference board that a daughter board's connector fits.
-struct HostFit {
-    const HBOBoardComponent* host = nullptr;      // connector of the reference board
-    const HBOBoardComponent* daughter = nullptr;  // connector of the daughter board
-    bool full = false;
-};
-
 class SiteCatalog {
 public:
     // Reads the installed boards and the repositories `repos`; with `latest`
@@ -47,15 +40,15 @@ public:
 
     // One entry per connector of a reference board; empty for other boards.
     std::vector<ConnectorFit> fitsOf(const HBOBoard& board) const;
-    // The reference-board connectors that the connectors of `board` fit.
-    const std::vector<HostFit>& hostsOf(const HBOBoard& board) const;
+    // For each connector of a daughter board, the connectors of the listed
+    // reference boards that it fits; empty for other boards.
+    std::vector<ConnectorFit> hostsOf(const HBOBoard& board) const;
 
 private:
     std::unique_ptr<CatalogSession> m_session;
     bool m_latest = false;
     std::vector<HBOBoard*> m_boards;
     std::map<std::string, std::vector<ComMsgMgrInstance>> m_byFile;
-    std::map<const HBOBoard*, std::vector<HostFit>> m_hosts;
 };
 
 }  // namespace site
