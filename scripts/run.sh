@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Builds zr_board and runs its main job on the bundled example repository:
-# every bundled board is read, validated and checked, then one is shown.
+# every bundled board is read, validated and checked, one is shown, and the
+# board site of the whole repository is written to build/site.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 "$root/scripts/setup-deps.sh"
@@ -10,3 +11,4 @@ export ZR_DATA_DIRS="$root/data"
 mapfile -t boards < <(find "$root/data/boards" -name board.xml | sort)
 "$root/build/bin/zrboard" check "${boards[@]}"
 "$root/build/bin/zrboard" show "$root/data/boards/board_files/tarnwick/1.2"
+"$root/build/bin/zrboard" site "$root/build/site"

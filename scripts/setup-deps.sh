@@ -5,7 +5,7 @@ set -euo pipefail
 pkgs=(cmake g++ make pkg-config
       libboost-dev libboost-filesystem-dev libboost-regex-dev libboost-iostreams-dev
       libxerces-c-dev libxml2-dev tcl8.6-dev tcl8.6 python3-dev zlib1g-dev
-      libgtest-dev libgmock-dev libbenchmark-dev python3)
+      libgtest-dev libgmock-dev libbenchmark-dev python3 chromium)
 missing=()
 for p in "${pkgs[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -42,6 +42,7 @@ int runList(const Command& self, const std::vector<std::string>& args);
 int runCompat(const Command& self, const std::vector<std::string>& args);
 int runMigrate(const Command& self, const std::vector<std::string>& args);
 int runDiff(const Command& self, const std::vector<std::string>& args);
+int runSite(const Command& self, const std::vector<std::string>& args);
 
 }  // namespace zrboard
 

@@ -63,6 +63,13 @@ const std::vector<Command>& commandTable() {
          "Exit status: 0 when the boards are equal, 1 when they differ, 2 for a usage error or a board\n"
          "that cannot be read (its numbered messages go to standard error).\n",
          runDiff},
+        {"site", "OUT [--repo DIR]... [--latest] [--title TEXT]",
+         "write the catalogue as a static web site into the directory OUT",
+         "  OUT           directory to write into (made if need be); open OUT/index.html\n"
+         "  --repo DIR    a user board repository (repeatable)\n"
+         "  --latest      only the newest file version of each board\n"
+         "  --title TEXT  the site's title (default \"Board catalogue\")\n",
+         runSite},
     };
     return table;
 }

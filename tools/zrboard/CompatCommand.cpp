@@ -11,6 +11,7 @@
 #include "BoardPaths.h"
 #include "CatalogSession.h"
 #include "Command.h"
+#include "ConnectorFits.h"
 #include "HBOBoard.h"
 #include "HBOBoardCReposMgr.h"
 #include "HBOBoardComponent.h"
@@ -20,67 +21,6 @@
 namespace zrboard {
 
 namespace {
-
-struct ConnectorFit {
-    const HBOBoardComponent* own;
-    std::vector<const HBOBoardComponent*> full, partial;
-};
-
-void sortByName(std::vector<const HBOBoardComponent*>& list);
-
-std::vector<ConnectorFit> fitsOf(const HBOBoard& board, bool latest) {
-    std::vector<HBOBoardComponent*> connectors;
-    board.getConnectorsList(connectors);
-    std::vector<ConnectorFit> fits;
-    for (const HBOBoardComponent* own : connectors) {
-        std::vector<HBOBoardComponent*> candidates;
-        if (latest)
-            board.getLatestCompatibleConnectorsList(own, candidates);
-        else
-            board.getCompatibleConnectorsList(own, candidates);
-        ConnectorFit fit{own, {}, {}};
-        for (const HBOBoardComponent* c : candidates)
-            (board.isConnectorFullCompatibleWithConnector(own, c) ? fit.full : fit.partial).push_back(c);
-        // The caches hold no meaningful order; names make the output stable.
-        sortByName(fit.full);
-        sortByName(fit.partial);
-        fits.push_back(fit);
-    }
-    return fits;
-}
-
-bool isReferenceBoard(const HBOBoard& board) { return !board.isIntegratedBoard() && board.findFpgaComponent(); }
-
-void sortByName(std::vector<const HBOBoardComponent*>& list) {
-    std::sort(list.begin(), list.end(),
-              [](const HBOBoardComponent* a, const HBOBoardComponent* b) { return a->getName() < b->getName(); });
-}
-
-// The caches of the reference boards answer for the daughter's connectors too.
-std::vector<ConnectorFit> fitsOfDaughter(const HBOBoard& daughter, const std::vector<HBOBoard*>& boards) {
-    std::vector<HBOBoardComponent*> connectors;
-    daughter.getConnectorsList(connectors);
-    std::vector<ConnectorFit> fits;
-    for (const HBOBoardComponent* own : connectors) {
-        ConnectorFit fit{own, {}, {}};
-        for (const HBOBoard* reference : boards) {
-            if (!reference || !isReferenceBoard(*reference))
-                continue;
-            std::vector<HBOBoardComponent*> baseConnectors;
-            reference->getConnectorsList(baseConnectors);
-            for (const HBOBoardComponent* base : baseConnectors) {
-                if (reference->isConnectorFullCompatibleWithConnector(base, own))
-                    fit.full.push_back(base);
-                else if (reference->isConnectorPartialCompatibleWithConnector(base, own))
-                    fit.partial.push_back(base);
-            }
-        }
-        sortByName(fit.full);
-        sortByName(fit.partial);
-        fits.push_back(fit);
-    }
-    return fits;
-}
 
 std::string boardLabel(const HBOBoardComponent* c) {
     const HBOBoard* b = c->getBoard();
