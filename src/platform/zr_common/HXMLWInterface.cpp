@@ -86,8 +86,11 @@ public:
     const char* getAttribute(const char* name) const override {
         if (!name)
             return nullptr;
+        // Readers ask for many names that an element lacks: the first byte
+        // settles most comparisons without a call.
+        const char first = name[0];
         for (int i = 0; i < m_attrCount; ++i)
-            if (std::strcmp(m_attrs[i].name, name) == 0)
+            if (m_attrs[i].name[0] == first && (first == '\0' || std::strcmp(m_attrs[i].name + 1, name + 1) == 0))
                 return m_attrs[i].value;
         return nullptr;
     }
