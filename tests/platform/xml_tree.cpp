@@ -124,6 +124,38 @@ TEST_F(XmlTree, ReadsFilesAndIgnoresMissingGrammars) {
     EXPECT_TRUE(HXMLWInterface::readFromFile(internal)) << HXMLWInterface::lastError();
 }
 
+TEST_F(XmlTree, NeverReadsAnotherFile) {
+    std::string secret = write("secret.txt", "SECRET");
+    std::string grammar = write("g.dtd", "<!ATTLIST r from_dtd CDATA \"yes\">");
+    std::string doc = write("doc.xml", "<!DOCTYPE r SYSTEM \"" + grammar + "\" [\n<!ENTITY s SYSTEM \"" + secret +
+                                           "\">\n<!ENTITY % p SYSTEM \"" + grammar + "\"> %p;\n]>\n<r>[&s;]</r>");
+    std::shared_ptr<HXMLWElement> root = HXMLWInterface::readFromFile(doc);
+    ASSERT_TRUE(root) << HXMLWInterface::lastError();
+    EXPECT_STREQ(root->getText(), "[]");
+    EXPECT_EQ(root->getAttribute("from_dtd"), nullptr);
+}
+
+TEST_F(XmlTree, InternalSubsetEntitiesAndDefaults) {
+    std::shared_ptr<HXMLWElement> root = HXMLWInterface::readFromBuffer(
+        "<!DOCTYPE r [<!ENTITY pin \"<pin n='1'/>x\"><!ENTITY v \"3.3\">"
+        "<!ATTLIST r kind CDATA \"board\" list NMTOKENS #IMPLIED>]>"
+        "<r volts=\"&v;V\" list=\"  a   b \">&pin;&pin;&v;</r>");
+    ASSERT_TRUE(root) << HXMLWInterface::lastError();
+    // Each reference gives the entity's elements once.
+    ASSERT_EQ(root->getChildCount(), 2);
+    EXPECT_STREQ(root->getChild(1)->getAttribute("n"), "1");
+    EXPECT_STREQ(root->getText(), "xx3.3");
+    EXPECT_STREQ(root->getAttribute("volts"), "3.3V");
+    EXPECT_STREQ(root->getAttribute("list"), "a b");
+    EXPECT_STREQ(root->getAttribute("kind"), "board");
+
+    std::shared_ptr<HXMLWElement> ns = HXMLWInterface::readFromBuffer("<r xmlns:p=\"urn:x\"><p:c p:a=\"1\"/></r>");
+    ASSERT_TRUE(ns);
+    EXPECT_STREQ(ns->getAttribute("xmlns:p"), "urn:x");
+    EXPECT_STREQ(ns->getChild(0)->getTagName(), "p:c");
+    EXPECT_STREQ(ns->getChild(0)->getAttribute("p:a"), "1");
+}
+
 TEST_F(XmlTree, BadInputGivesNothingAndAReason) {
     std::string binary("\x00\x01\xff\xfe\x89\x03\x7f\r\n\x1a\n\x00\x00\x80", 14);
     struct Case {
@@ -149,6 +181,14 @@ TEST_F(XmlTree, BadInputGivesNothingAndAReason) {
     EXPECT_FALSE(HXMLWInterface::readFromBuffer(binary));
     EXPECT_FALSE(HXMLWInterface::readFromBuffer("<a attr=\"1\" attr=\"2\"/>"));
     EXPECT_FALSE(HXMLWInterface::readFromBuffer("<a>"));
+    // A byte order mark and a declaration that disagree on the encoding.
+    EXPECT_FALSE(HXMLWInterface::readFromBuffer("\xef\xbb\xbf<?xml version='1.0' encoding='ISO-8859-1'?><a/>"));
+    EXPECT_NE(HXMLWInterface::lastError().find("ISO-8859-1"), std::string::npos);
+    EXPECT_TRUE(HXMLWInterface::readFromBuffer("\xef\xbb\xbf<?xml version='1.0' encoding='utf-8'?><a/>"));
+    static const char utf16[] = "\xff\xfe<\0?\0x\0m\0l\0 \0e\0n\0c\0o\0d\0i\0n\0g\0=\0'\0u\0t\0f\0-\08\0'\0?\0>\0"
+                                "<\0a\0/\0>\0";
+    EXPECT_FALSE(HXMLWInterface::readFromBuffer(std::string(utf16, sizeof utf16 - 1)));
+    EXPECT_NE(HXMLWInterface::lastError().find("UTF-16"), std::string::npos) << HXMLWInterface::lastError();
     // Nested entities that would expand to gigabytes are refused, not expanded.
     std::string laughs = "<!DOCTYPE r [<!ENTITY a \"aaaaaaaaaa\">";
     for (char c = 'b'; c <= 'k'; ++c) {

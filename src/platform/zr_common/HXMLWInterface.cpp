@@ -1,9 +1,13 @@
 // Reads XML into a lean read-only tree in one SAX pass. Every string and every
 // element but the root lies in one arena that the root owns, so a whole board
 // file costs a handful of allocations and is freed at once with its root.
+//
+// The parser runs without network access and never reads a file other than the
+// one it was given: external entities expand to nothing and no external DTD is
+// loaded. Its built-in limits on entity expansion and nesting depth stay on, so
+// that a hostile document is refused rather than expanded.
 #include "HXMLWInterface.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <fstream>
@@ -12,24 +16,15 @@
 #include <new>
 
 #include <boost/filesystem/operations.hpp>
-#include <xercesc/framework/MemBufInputSource.hpp>
-#include <xercesc/sax/EntityResolver.hpp>
-#include <xercesc/sax/SAXParseException.hpp>
-#include <xercesc/sax2/Attributes.hpp>
-#include <xercesc/sax2/DefaultHandler.hpp>
-#include <xercesc/sax2/SAX2XMLReader.hpp>
-#include <xercesc/sax2/XMLReaderFactory.hpp>
-#include <xercesc/util/OutOfMemoryException.hpp>
-#include <xercesc/util/PlatformUtils.hpp>
-#include <xercesc/util/SecurityManager.hpp>
-#include <xercesc/util/XMLException.hpp>
-#include <xercesc/util/XMLString.hpp>
-#include <xercesc/util/XMLUni.hpp>
+#include <libxml/SAX2.h>
+#include <libxml/parser.h>
+#include <libxml/parserInternals.h>
+#include <libxml/tree.h>
+#include <libxml/xmlerror.h>
 
 HXMLWElement::~HXMLWElement() = default;
 
 namespace {
-
 
 class Arena {
 public:
@@ -60,10 +55,10 @@ public:
         return p;
     }
 
-    const char* copy(const std::string& s) {
-        char* p = static_cast<char*>(allocate(s.size() + 1, 1));
-        std::memcpy(p, s.data(), s.size());
-        p[s.size()] = '\0';
+    const char* copy(const char* s, std::size_t n) {
+        char* p = static_cast<char*>(allocate(n + 1, 1));
+        std::memcpy(p, s, n);
+        p[n] = '\0';
         return p;
     }
 
@@ -91,8 +86,11 @@ public:
     const char* getAttribute(const char* name) const override {
         if (!name)
             return nullptr;
+        // Readers ask for many names that an element lacks: the first byte
+        // settles most comparisons without a call.
+        const char first = name[0];
         for (int i = 0; i < m_attrCount; ++i)
-            if (std::strcmp(m_attrs[i].name, name) == 0)
+            if (m_attrs[i].name[0] == first && (first == '\0' || std::strcmp(m_attrs[i].name + 1, name + 1) == 0))
                 return m_attrs[i].value;
         return nullptr;
     }
@@ -131,47 +129,7 @@ public:
 // see each other's failures.
 thread_local std::string t_lastError;
 
-// Writes into room made once: at most three bytes per UTF-16 unit (a
-// surrogate pair, two units, takes four).
-void appendUtf8(std::string& out, const XMLCh* s, XMLSize_t n) {
-    const std::size_t start = out.size();
-    out.resize(start + 3 * n);
-    char* p = &out[start];
-    for (XMLSize_t i = 0; i < n; ++i) {
-        unsigned long c = s[i];
-        if (c < 0x80) {
-            *p++ = static_cast<char>(c);
-            continue;
-        }
-        if (c >= 0xD800 && c <= 0xDBFF && i + 1 < n && s[i + 1] >= 0xDC00 && s[i + 1] <= 0xDFFF) {
-            c = 0x10000 + ((c - 0xD800) << 10) + (s[i + 1] - 0xDC00);
-            ++i;
-        }
-        if (c < 0x800) {
-            *p++ = static_cast<char>(0xC0 | (c >> 6));
-            *p++ = static_cast<char>(0x80 | (c & 0x3F));
-        } else if (c < 0x10000) {
-            *p++ = static_cast<char>(0xE0 | (c >> 12));
-            *p++ = static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-            *p++ = static_cast<char>(0x80 | (c & 0x3F));
-        } else {
-            *p++ = static_cast<char>(0xF0 | (c >> 18));
-            *p++ = static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-            *p++ = static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-            *p++ = static_cast<char>(0x80 | (c & 0x3F));
-        }
-    }
-    out.resize(static_cast<std::size_t>(p - out.data()));
-}
-
-std::string toUtf8(const XMLCh* s) {
-    std::string out;
-    if (s)
-        appendUtf8(out, s, xercesc::XMLString::stringLen(s));
-    return out;
-}
-
-class TreeBuilder : public xercesc::DefaultHandler {
+class TreeBuilder {
 public:
     // Starts a document; the scratch buffers keep their capacity across documents.
     void reset() {
@@ -186,8 +144,8 @@ public:
     void dropRoot() { m_root.reset(); }
     const std::string& error() const { return m_error; }
 
-    void startElement(const XMLCh* const, const XMLCh* const, const XMLCh* const qname,
-                      const xercesc::Attributes& attrs) override {
+    void startElement(const xmlChar* localname, const xmlChar* prefix, int nbNamespaces, const xmlChar** namespaces,
+                      int nbAttributes, const xmlChar** attributes) {
         Arena& arena = m_root->arena;
         Element* e;
         if (!m_rootStarted) {
@@ -196,50 +154,70 @@ public:
         } else {
             e = new (arena.array<Element>(1)) Element;
         }
-        e->m_tag = copyUtf8(arena, qname);
-        XMLSize_t n = attrs.getLength();
+        e->m_tag = qualified(arena, prefix, localname);
+        // Namespace declarations are plain attributes to the readers, as they
+        // stand in the document; the parser hands them over apart, so they come first.
+        const int n = nbNamespaces + nbAttributes;
         if (n > 0) {
-            e->m_attrs = arena.array<Attr>(n);
-            for (XMLSize_t i = 0; i < n; ++i) {
-                e->m_attrs[i].name = copyUtf8(arena, attrs.getQName(i));
-                e->m_attrs[i].value = copyUtf8(arena, attrs.getValue(i));
+            Attr* a = e->m_attrs = arena.array<Attr>(static_cast<std::size_t>(n));
+            for (int i = 0; i < nbNamespaces; ++i, ++a) {
+                const xmlChar* nsPrefix = namespaces[2 * i];
+                const xmlChar* uri = namespaces[2 * i + 1];
+                a->name = qualified(arena, nsPrefix ? BAD_CAST "xmlns" : nullptr, nsPrefix ? nsPrefix : BAD_CAST "xmlns");
+                a->value = uri ? copy(arena, uri) : "";
             }
-            e->m_attrCount = static_cast<int>(n);
+            // Five entries per attribute: local name, prefix, URI, value, value end.
+            for (int i = 0; i < nbAttributes; ++i, ++a) {
+                const xmlChar* const* at = attributes + 5 * i;
+                a->name = qualified(arena, at[1], at[0]);
+                a->value = arena.copy(reinterpret_cast<const char*>(at[3]), static_cast<std::size_t>(at[4] - at[3]));
+            }
+            e->m_attrCount = n;
         }
-        std::size_t depth = m_frames.size();
+        const std::size_t depth = m_frames.size();
         if (m_texts.size() <= depth)
             m_texts.resize(depth + 1);
         m_texts[depth].clear();
         m_frames.push_back(Frame{e, m_pending.size(), false});
     }
 
-    void endElement(const XMLCh* const, const XMLCh* const, const XMLCh* const) override {
+    void endElement() {
+        if (m_frames.empty())
+            return;
         Arena& arena = m_root->arena;
         Frame f = m_frames.back();
         m_frames.pop_back();
-        std::size_t count = m_pending.size() - f.firstChild;
+        const std::size_t count = m_pending.size() - f.firstChild;
         if (count > 0) {
             f.element->m_children = arena.array<HXMLWElement*>(count);
-            std::copy(m_pending.begin() + f.firstChild, m_pending.end(), f.element->m_children);
+            std::copy(m_pending.begin() + static_cast<std::ptrdiff_t>(f.firstChild), m_pending.end(),
+                      f.element->m_children);
             f.element->m_childCount = static_cast<int>(count);
             m_pending.resize(f.firstChild);
         }
-        if (f.hasText)
-            f.element->m_text = arena.copy(m_texts[m_frames.size()]);
+        if (f.hasText) {
+            const std::string& t = m_texts[m_frames.size()];
+            f.element->m_text = arena.copy(t.data(), t.size());
+        }
         if (!m_frames.empty())
             m_pending.push_back(f.element);
     }
 
-    void characters(const XMLCh* const chars, const XMLSize_t length) override { addText(chars, length); }
-    // Without a grammar nothing is ignorable; keep such blanks as they stand all the same.
-    void ignorableWhitespace(const XMLCh* const chars, const XMLSize_t length) override { addText(chars, length); }
+    void characters(const xmlChar* chars, int length) {
+        if (m_frames.empty())
+            return;
+        m_frames.back().hasText = true;
+        m_texts[m_frames.size() - 1].append(reinterpret_cast<const char*>(chars), static_cast<std::size_t>(length));
+    }
 
-    void error(const xercesc::SAXParseException&) override {}
-    void fatalError(const xercesc::SAXParseException& e) override {
-        m_error = toUtf8(e.getMessage());
-        m_error += " (line " + std::to_string(e.getLineNumber()) + ", column " +
-                   std::to_string(e.getColumnNumber()) + ")";
-        throw e;
+    // Keeps the first fatal error with its position; later ones follow from it.
+    void fault(const xmlError* e) {
+        if (!e || e->level < XML_ERR_FATAL || !m_error.empty())
+            return;
+        m_error = e->message ? e->message : "malformed document";
+        while (!m_error.empty() && (m_error.back() == '\n' || m_error.back() == ' '))
+            m_error.pop_back();
+        m_error += " (line " + std::to_string(e->line) + ", column " + std::to_string(e->int2) + ")";
     }
 
 private:
@@ -249,30 +227,22 @@ private:
         bool hasText;
     };
 
-    // Names and values are nearly always ASCII: those are narrowed straight
-    // into the arena; anything else goes through the UTF-8 encoder.
-    const char* copyUtf8(Arena& arena, const XMLCh* s) {
-        std::size_t n = 0;
-        bool ascii = true;
-        for (; s[n]; ++n)
-            ascii = ascii && s[n] < 0x80;
-        if (!ascii) {
-            m_scratch.clear();
-            appendUtf8(m_scratch, s, n);
-            return arena.copy(m_scratch);
-        }
-        char* p = arena.array<char>(n + 1);
-        for (std::size_t i = 0; i < n; ++i)
-            p[i] = static_cast<char>(s[i]);
-        p[n] = '\0';
-        return p;
+    static const char* copy(Arena& arena, const xmlChar* s) {
+        return arena.copy(reinterpret_cast<const char*>(s), std::strlen(reinterpret_cast<const char*>(s)));
     }
 
-    void addText(const XMLCh* chars, XMLSize_t length) {
-        if (m_frames.empty())
-            return;
-        m_frames.back().hasText = true;
-        appendUtf8(m_texts[m_frames.size() - 1], chars, length);
+    static const char* qualified(Arena& arena, const xmlChar* prefix, const xmlChar* local) {
+        const char* l = reinterpret_cast<const char*>(local);
+        const std::size_t ln = std::strlen(l);
+        if (!prefix)
+            return arena.copy(l, ln);
+        const char* p = reinterpret_cast<const char*>(prefix);
+        const std::size_t pn = std::strlen(p);
+        char* out = arena.array<char>(pn + 1 + ln + 1);
+        std::memcpy(out, p, pn);
+        out[pn] = ':';
+        std::memcpy(out + pn + 1, l, ln + 1);
+        return out;
     }
 
     std::unique_ptr<RootElement> m_root;
@@ -280,99 +250,188 @@ private:
     std::vector<Frame> m_frames;
     std::vector<HXMLWElement*> m_pending;
     std::vector<std::string> m_texts;
-    std::string m_scratch;
     std::string m_error;
 };
 
-// Answers every external entity, the DTD included, with nothing: the tree never
-// depends on files other than the one being read.
-class NoExternalEntities : public xercesc::EntityResolver {
-public:
-    xercesc::InputSource* resolveEntity(const XMLCh* const, const XMLCh* const systemId) override {
-        static const XMLByte empty[1] = {0};
-        return new xercesc::MemBufInputSource(empty, 0, systemId ? systemId : u"");
-    }
+// The builder of the parse under way on this thread. The parser's callbacks
+// also run in the nested contexts it makes for entity contents, so they find
+// the builder here rather than through a context.
+thread_local TreeBuilder* t_builder = nullptr;
+
+TreeBuilder* builderOf(void*) { return t_builder; }
+
+struct BuilderScope {
+    explicit BuilderScope(TreeBuilder* b) { t_builder = b; }
+    ~BuilderScope() { t_builder = nullptr; }
+    BuilderScope(const BuilderScope&) = delete;
+    BuilderScope& operator=(const BuilderScope&) = delete;
 };
 
-void initXerces() {
+void onStartElement(void* ctx, const xmlChar* localname, const xmlChar* prefix, const xmlChar*, int nbNamespaces,
+                    const xmlChar** namespaces, int nbAttributes, int, const xmlChar** attributes) {
+    builderOf(ctx)->startElement(localname, prefix, nbNamespaces, namespaces, nbAttributes, attributes);
+}
+
+void onEndElement(void* ctx, const xmlChar*, const xmlChar*, const xmlChar*) { builderOf(ctx)->endElement(); }
+
+void onCharacters(void* ctx, const xmlChar* chars, int length) { builderOf(ctx)->characters(chars, length); }
+
+void onError(void* ctx, xmlErrorPtr error) { builderOf(ctx)->fault(error); }
+
+// No external subset is ever read.
+void onExternalSubset(void*, const xmlChar*, const xmlChar*, const xmlChar*) {}
+
+// Every external entity, asked for by the parser or by its default handlers,
+// reads as empty text.
+xmlParserInputPtr emptyInput(xmlParserCtxtPtr ctxt) { return xmlNewStringInputStream(ctxt, BAD_CAST ""); }
+
+xmlParserInputPtr onResolveEntity(void* ctx, const xmlChar*, const xmlChar*) {
+    return emptyInput(static_cast<xmlParserCtxtPtr>(ctx));
+}
+
+// The entity loader is process-wide: ours answers only our own parses and
+// hands every other one to the loader it replaced.
+xmlExternalEntityLoader g_previousLoader = nullptr;
+
+xmlParserInputPtr loadEntity(const char* url, const char* id, xmlParserCtxtPtr ctxt) {
+    if (t_builder && ctxt)
+        return emptyInput(ctxt);
+    return g_previousLoader ? g_previousLoader(url, id, ctxt) : nullptr;
+}
+
+void initLibxml() {
     static std::once_flag once;
-    std::call_once(once, [] { xercesc::XMLPlatformUtils::Initialize(); });
+    std::call_once(once, [] {
+        xmlInitParser();
+        g_previousLoader = xmlGetExternalEntityLoader();
+        xmlSetExternalEntityLoader(loadEntity);
+    });
 }
 
-struct ReaderState {
-    std::unique_ptr<xercesc::SAX2XMLReader> reader;
+// One parser context per thread, reused from file to file. Nothing outside
+// this file runs during a parse, so a parse never begins inside another.
+struct ParserState {
+    ParserState() {
+        initLibxml();
+        ctxt = xmlNewParserCtxt();
+        if (!ctxt)
+            throw std::bad_alloc();
+        xmlSAXHandler* sax = ctxt->sax;
+        xmlSAXVersion(sax, 2);
+        sax->startElementNs = onStartElement;
+        sax->endElementNs = onEndElement;
+        sax->characters = onCharacters;
+        sax->cdataBlock = onCharacters;
+        // Without a grammar nothing is ignorable; keep such blanks as they stand.
+        sax->ignorableWhitespace = onCharacters;
+        sax->externalSubset = onExternalSubset;
+        sax->resolveEntity = onResolveEntity;
+        sax->serror = onError;
+        sax->error = nullptr;
+        sax->warning = nullptr;
+        sax->fatalError = nullptr;
+        sax->comment = nullptr;
+        sax->processingInstruction = nullptr;
+        sax->reference = nullptr;
+    }
+    ~ParserState() { xmlFreeParserCtxt(ctxt); }
+    ParserState(const ParserState&) = delete;
+    ParserState& operator=(const ParserState&) = delete;
+
+    xmlParserCtxtPtr ctxt = nullptr;
     TreeBuilder builder;
-    NoExternalEntities resolver;
-    // Bounds entity expansion, so that a hostile document cannot eat the memory.
-    xercesc::SecurityManager security;
 };
 
-std::unique_ptr<xercesc::SAX2XMLReader> makeReader(ReaderState& st) {
-    TreeBuilder& builder = st.builder;
-    NoExternalEntities& resolver = st.resolver;
-    std::unique_ptr<xercesc::SAX2XMLReader> r(xercesc::XMLReaderFactory::createXMLReader());
-    r->setFeature(xercesc::XMLUni::fgSAX2CoreValidation, false);
-    r->setFeature(xercesc::XMLUni::fgSAX2CoreNameSpaces, false);
-    r->setFeature(xercesc::XMLUni::fgXercesSchema, false);
-    r->setFeature(xercesc::XMLUni::fgXercesLoadExternalDTD, false);
-    r->setFeature(xercesc::XMLUni::fgXercesDisableDefaultEntityResolution, true);
-    r->setContentHandler(&builder);
-    r->setErrorHandler(&builder);
-    r->setEntityResolver(&resolver);
-    r->setProperty(xercesc::XMLUni::fgXercesSecurityManager, &st.security);
-    return r;
+// Entities are replaced by their text; default attributes of the internal
+// subset are supplied; no network. No XML_PARSE_HUGE: the limits stay on.
+constexpr int kParseOptions = XML_PARSE_NOENT | XML_PARSE_DTDATTR | XML_PARSE_NONET | XML_PARSE_NOCDATA;
+
+// The encoding that the XML declaration names, read as ASCII from every
+// `step`-th byte after a byte order mark of `skip` bytes; empty without one.
+std::string declaredEncoding(const char* data, std::size_t size, std::size_t skip, std::size_t step, std::size_t lead) {
+    std::string decl;
+    for (std::size_t i = skip + lead; i < size && decl.size() < 200; i += step) {
+        decl += data[i];
+        if (decl.size() >= 2 && decl.compare(decl.size() - 2, 2, "?>") == 0)
+            break;
+    }
+    if (decl.compare(0, 5, "<?xml") != 0)
+        return std::string();
+    std::size_t at = decl.find("encoding");
+    if (at == std::string::npos)
+        return std::string();
+    at = decl.find_first_of("\"'", at);
+    if (at == std::string::npos)
+        return std::string();
+    const std::size_t end = decl.find(decl[at], at + 1);
+    std::string name = decl.substr(at + 1, end == std::string::npos ? std::string::npos : end - at - 1);
+    for (char& c : name)
+        c = static_cast<char>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c);
+    return name;
 }
 
-std::shared_ptr<HXMLWElement> parse(const char* data, std::size_t size, const char* systemId) {
-    t_lastError.clear();
-    try {
-        initXerces();
-        // One parser per thread, reused from file to file. Nothing outside this
-        // file runs during a parse, so a parse never begins inside another.
-        thread_local ReaderState state;
-        ReaderState* st = &state;
-        if (!st->reader)
-            st->reader = makeReader(*st);
+bool startsWith(const std::string& s, const char* prefix) { return s.compare(0, std::strlen(prefix), prefix) == 0; }
 
-        st->builder.reset();
-        std::u16string sys;
-        for (const char* p = systemId; *p; ++p)
-            sys += static_cast<char16_t>(static_cast<unsigned char>(*p));
-        xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(data), size, sys.c_str());
-        // The text outlives the parse: no second copy of it.
-        source.setCopyBufToStream(false);
-        try {
-            st->reader->parse(source);
-        } catch (...) {
-            t_lastError = st->builder.error();
-            st->builder.dropRoot();
-            throw;
-        }
-        RootElement* root = st->builder.takeRoot();
-        st->builder.dropRoot();
-        if (!root) {
+// The parser lets a byte order mark win over a declaration that names another
+// encoding; such a document is malformed, and its text may be read wrongly.
+std::string byteOrderMarkConflict(const char* data, std::size_t size) {
+    const auto* b = reinterpret_cast<const unsigned char*>(data);
+    std::string name;
+    if (size >= 3 && b[0] == 0xEF && b[1] == 0xBB && b[2] == 0xBF) {
+        name = declaredEncoding(data, size, 3, 1, 0);
+        if (name.empty() || name == "UTF-8" || name == "UTF8")
+            return std::string();
+        return "the byte order mark says UTF-8, the XML declaration says " + name;
+    }
+    if (size >= 2 && ((b[0] == 0xFE && b[1] == 0xFF) || (b[0] == 0xFF && b[1] == 0xFE))) {
+        name = declaredEncoding(data, size, 2, 2, b[0] == 0xFE ? 1 : 0);
+        if (name.empty() || startsWith(name, "UTF-16") || startsWith(name, "UTF16") || startsWith(name, "UCS-2") ||
+            startsWith(name, "ISO-10646-UCS-2"))
+            return std::string();
+        return "the byte order mark says UTF-16, the XML declaration says " + name;
+    }
+    return std::string();
+}
+
+std::shared_ptr<HXMLWElement> parse(const char* data, std::size_t size, const char* url) {
+    t_lastError = byteOrderMarkConflict(data, size);
+    if (!t_lastError.empty())
+        return nullptr;
+    if (size > static_cast<std::size_t>(INT32_MAX)) {
+        t_lastError = "document too large";
+        return nullptr;
+    }
+    try {
+        thread_local ParserState state;
+        TreeBuilder& builder = state.builder;
+        builder.reset();
+        BuilderScope scope(&builder);
+        // The parse's own document holds the internal subset alone: the
+        // elements go to the builder, not into it.
+        xmlDocPtr doc = xmlCtxtReadMemory(state.ctxt, data, static_cast<int>(size), url, nullptr, kParseOptions);
+        const bool wellFormed = doc && state.ctxt->wellFormed;
+        if (doc)
+            xmlFreeDoc(doc);
+        state.ctxt->myDoc = nullptr;
+        RootElement* root = wellFormed ? builder.takeRoot() : nullptr;
+        if (!wellFormed) {
+            t_lastError = builder.error();
+            const xmlError* last = xmlCtxtGetLastError(state.ctxt);
+            if (t_lastError.empty() && last && last->message)
+                t_lastError = last->message;
+        } else if (!root) {
             t_lastError = "no root element";
-            return nullptr;
         }
-        return std::shared_ptr<HXMLWElement>(root);
-    } catch (const xercesc::SAXParseException&) {
-        // The builder has kept the text with its position.
-    } catch (const xercesc::XMLException& e) {
-        if (t_lastError.empty())
-            t_lastError = toUtf8(e.getMessage());
-    } catch (const xercesc::SAXException& e) {
-        if (t_lastError.empty())
-            t_lastError = toUtf8(e.getMessage());
-    } catch (const xercesc::OutOfMemoryException&) {
+        builder.dropRoot();
+        if (root)
+            return std::shared_ptr<HXMLWElement>(root);
+    } catch (const std::bad_alloc&) {
         t_lastError = "out of memory";
     } catch (const std::exception& e) {
         t_lastError = e.what();
-    } catch (...) {
-        if (t_lastError.empty())
-            t_lastError = "unknown failure";
     }
     if (t_lastError.empty())
-        t_lastError = "unknown failure";
+        t_lastError = "malformed document";
     return nullptr;
 }
 

@@ -107,8 +107,11 @@ const std::string* HBOPinProps::findPortProp(const std::string& lowerName) const
         for (int i = 0; i < kInlineProps; ++i)
             if (m_propSlot[i] == place + 1)
                 return &m_propValue[i];
-    auto it = m_otherProps.find(lowerName);
-    return it == m_otherProps.end() ? nullptr : &it->second;
+    const std::map<std::string, std::string>* others = m_otherProps.peek();
+    if (!others)
+        return nullptr;
+    auto it = others->find(lowerName);
+    return it == others->end() ? nullptr : &it->second;
 }
 
 std::string& HBOPinProps::portPropEntry(const std::string& lowerName) const {
@@ -122,15 +125,17 @@ std::string& HBOPinProps::portPropEntry(const std::string& lowerName) const {
                 free = i;
         }
         // Not inline: it may still have gone to the map when the slots were full.
-        auto it = m_otherProps.find(lowerName);
-        if (it != m_otherProps.end())
-            return it->second;
+        if (m_otherProps.peek()) {
+            auto it = m_otherProps.get().find(lowerName);
+            if (it != m_otherProps.get().end())
+                return it->second;
+        }
         if (free >= 0) {
             m_propSlot[free] = static_cast<unsigned char>(place + 1);
             return m_propValue[free];
         }
     }
-    return m_otherProps[lowerName];
+    return m_otherProps.get()[lowerName];
 }
 
 template <typename Fn>
@@ -139,8 +144,9 @@ void HBOPinProps::forEachPortProp(Fn fn) const {
     for (int i = 0; i < kInlineProps; ++i)
         if (m_propSlot[i])
             fn(names[m_propSlot[i] - 1], m_propValue[i]);
-    for (const auto& kv : m_otherProps)
-        fn(kv.first, kv.second);
+    if (const auto* others = m_otherProps.peek())
+        for (const auto& kv : *others)
+            fn(kv.first, kv.second);
 }
 
 const std::string& HBOPinProps::getPortProp(const std::string& name) const {
@@ -189,24 +195,24 @@ HBO_PIN_NAMED_PROP(getPinSlew, setPinSlew, kSlew)
 #undef HBO_PIN_NAMED_PROP
 
 bool HBOPinProps::setPinInternalVref(const std::string& value) {
-    m_internalVref = value;
+    m_internalVref.get() = value;
     return true;
 }
 
 bool HBOPinProps::setGtLoc(const std::string& value) {
-    m_gtLoc = value;
+    m_gtLoc.get() = value;
     return true;
 }
 
 bool HBOPinProps::getIOBankPropertyList(std::map<std::string, std::string>& out) const {
-    out = m_ioBankProps;
+    out = m_ioBankProps.get();
     return true;
 }
 
 std::string HBOPinProps::getIOBankPropertyValue(const std::string& name) const {
-    if (name.empty() || m_ioBankProps.empty())
+    if (name.empty() || !m_ioBankProps.peek())
         return std::string();
-    for (const auto& kv : m_ioBankProps)
+    for (const auto& kv : *m_ioBankProps.peek())
         if (HBOCase::iequals(kv.first, name))
             return kv.second;
     return std::string();
@@ -215,23 +221,26 @@ std::string HBOPinProps::getIOBankPropertyValue(const std::string& name) const {
 bool HBOPinProps::setIOBankProperty(const std::string& name, const std::string& value) {
     if (name.empty())
         return false;
-    m_ioBankProps[name] = value;
+    m_ioBankProps.get()[name] = value;
     return true;
 }
 
 bool HBOPinProps::addPartOf(const std::map<std::string, std::string>& partOf) {
-    m_partOf.push_back(partOf);
+    m_partOf.get().push_back(partOf);
     return true;
 }
 
 bool HBOPinProps::addIntfPortMap(const std::string& intf, const std::string& port) {
-    m_intfPortMap[intf] = port;
+    m_intfPortMap.get()[intf] = port;
     return true;
 }
 
 std::string HBOPinProps::getPortForInterface(const std::string& intf) const {
-    auto it = m_intfPortMap.find(intf);
-    return it == m_intfPortMap.end() ? std::string() : it->second;
+    const std::map<std::string, std::string>* ports = m_intfPortMap.peek();
+    if (!ports)
+        return std::string();
+    auto it = ports->find(intf);
+    return it == ports->end() ? std::string() : it->second;
 }
 
 bool HBOPinProps::setProp(int index, HBOModelPort* port, const std::string& name, const std::string& loc,
@@ -265,12 +274,13 @@ void HBOPinProps::copyIOPropertiesFrom(const HBOPinProps& other) {
         if (!value.empty())
             portPropEntry(name) = value;
     });
-    if (!other.m_internalVref.empty())
-        m_internalVref = other.m_internalVref;
-    if (!other.m_gtLoc.empty())
-        m_gtLoc = other.m_gtLoc;
-    for (const auto& kv : other.m_ioBankProps)
-        m_ioBankProps[kv.first] = kv.second;
+    if (other.m_internalVref.peek() && !other.m_internalVref.peek()->empty())
+        m_internalVref.get() = *other.m_internalVref.peek();
+    if (other.m_gtLoc.peek() && !other.m_gtLoc.peek()->empty())
+        m_gtLoc.get() = *other.m_gtLoc.peek();
+    if (const auto* banks = other.m_ioBankProps.peek())
+        for (const auto& kv : *banks)
+            m_ioBankProps.get()[kv.first] = kv.second;
 }
 
 void HBOPinProps::display(int /*indent*/) const {
@@ -291,8 +301,9 @@ void HBOPinProps::display(int /*indent*/) const {
     for (const auto& kv : props)
         if (!labelled.count(kv.first))
             os << ", " << kv.first << ":" << kv.second;
-    for (const auto& kv : m_ioBankProps)
-        os << ", iobank." << kv.first << ":" << kv.second;
+    if (const auto* banks = m_ioBankProps.peek())
+        for (const auto& kv : *banks)
+            os << ", iobank." << kv.first << ":" << kv.second;
     os << "\n";
     std::fputs(os.str().c_str(), stderr);
 }

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "HBOLazy.h"
+
 class HBOBoardComponent;
 class HBOModelPort;
 
@@ -84,24 +86,24 @@ public:
     bool getPinSlew(std::string& out) const;
     bool setPinSlew(const std::string& value);
 
-    const std::string& getPinInternalVref() const { return m_internalVref; }
+    const std::string& getPinInternalVref() const { return m_internalVref.get(); }
     bool setPinInternalVref(const std::string& value);
-    const std::string& getGtLoc() const { return m_gtLoc; }
+    const std::string& getGtLoc() const { return m_gtLoc.get(); }
     bool setGtLoc(const std::string& value);
 
     bool getIOBankPropertyList(std::map<std::string, std::string>& out) const;
-    const std::map<std::string, std::string>& getIOBankPropertyList() const { return m_ioBankProps; }
+    const std::map<std::string, std::string>& getIOBankPropertyList() const { return m_ioBankProps.get(); }
     // Case-insensitive name; empty when unknown.
     std::string getIOBankPropertyValue(const std::string& name) const;
     bool setIOBankProperty(const std::string& name, const std::string& value);
 
     bool addPartOf(const std::map<std::string, std::string>& partOf);
-    std::vector<std::map<std::string, std::string>>& getPartOf() { return m_partOf; }
-    const std::vector<std::map<std::string, std::string>>& getPartOf() const { return m_partOf; }
+    std::vector<std::map<std::string, std::string>>& getPartOf() { return m_partOf.get(); }
+    const std::vector<std::map<std::string, std::string>>& getPartOf() const { return m_partOf.get(); }
 
     bool addIntfPortMap(const std::string& intf, const std::string& port);
-    std::map<std::string, std::string>& getIntfPortMap() { return m_intfPortMap; }
-    const std::map<std::string, std::string>& getIntfPortMap() const { return m_intfPortMap; }
+    std::map<std::string, std::string>& getIntfPortMap() { return m_intfPortMap.get(); }
+    const std::map<std::string, std::string>& getIntfPortMap() const { return m_intfPortMap.get(); }
     // The port of the exact interface name, else empty.
     std::string getPortForInterface(const std::string& intf) const;
 
@@ -132,12 +134,13 @@ private:
     void forEachPortProp(Fn fn) const;
     mutable unsigned char m_propSlot[kInlineProps] = {0, 0, 0, 0};  // 1 + name's place in the known list; 0 free
     mutable std::string m_propValue[kInlineProps];
-    mutable std::map<std::string, std::string> m_otherProps;
-    std::string m_internalVref;
-    std::string m_gtLoc;
-    std::map<std::string, std::string> m_ioBankProps;
-    std::vector<std::map<std::string, std::string>> m_partOf;
-    std::map<std::string, std::string> m_intfPortMap;
+    // The rest is empty on most pins: each is made when first asked for.
+    HBOLazy<std::map<std::string, std::string>> m_otherProps;
+    HBOLazy<std::string> m_internalVref;
+    HBOLazy<std::string> m_gtLoc;
+    HBOLazy<std::map<std::string, std::string>> m_ioBankProps;
+    HBOLazy<std::vector<std::map<std::string, std::string>>> m_partOf;
+    HBOLazy<std::map<std::string, std::string>> m_intfPortMap;
 };
 
 #endif
