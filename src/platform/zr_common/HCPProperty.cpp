@@ -80,14 +80,19 @@ void dropAll(std::vector<std::unique_ptr<Setter>>& setters) {
 
 // ---- ObjectInfo ----
 
+// A deleted spec leaves its place behind: a spec made again under that name
+// takes it, so that a replaced property keeps its position in a listing.
 struct ObjectInfo::Impl {
+    struct Slot {
+        std::string name;
+        std::unique_ptr<Spec> spec;  // null once deleted
+    };
     std::unique_ptr<detail::poi> objectInterface;
-    std::vector<std::unique_ptr<Spec>> specs;
+    std::vector<Slot> slots;
     bool sort = true;
 
-    std::vector<std::unique_ptr<Spec>>::iterator find(const std::string& name) {
-        return std::find_if(specs.begin(), specs.end(),
-                            [&](const std::unique_ptr<Spec>& s) { return sameNoCase(s->getName(), name); });
+    std::vector<Slot>::iterator find(const std::string& name) {
+        return std::find_if(slots.begin(), slots.end(), [&](const Slot& s) { return sameNoCase(s.name, name); });
     }
 };
 
@@ -98,16 +103,21 @@ ObjectInfo::ObjectInfo(detail::poi* objectInterface) : m_impl(std::make_shared<I
 detail::poi* ObjectInfo::getPoi() const { return m_impl ? m_impl->objectInterface.get() : nullptr; }
 
 Spec& ObjectInfo::createSpec(const std::string& name) {
-    deleteSpec(name);
-    m_impl->specs.emplace_back(new Spec(name));
-    return *m_impl->specs.back();
+    auto it = m_impl->find(name);
+    if (it == m_impl->slots.end()) {
+        m_impl->slots.push_back(Impl::Slot{name, nullptr});
+        it = m_impl->slots.end() - 1;
+    }
+    it->name = name;
+    it->spec.reset(new Spec(name));
+    return *it->spec;
 }
 
 bool ObjectInfo::deleteSpec(const std::string& name) {
     auto it = m_impl->find(name);
-    if (it == m_impl->specs.end())
+    if (it == m_impl->slots.end() || !it->spec)
         return false;
-    m_impl->specs.erase(it);
+    it->spec.reset();
     return true;
 }
 
@@ -118,20 +128,21 @@ Spec* ObjectInfo::findSpec(const std::string& name) const {
     if (name == DEFAULT_SPEC)
         return nullptr;
     auto it = m_impl->find(name);
-    return it == m_impl->specs.end() ? nullptr : it->get();
+    return it == m_impl->slots.end() ? nullptr : it->spec.get();
 }
 
 Spec* ObjectInfo::getDefaultSpec() const {
-    for (const auto& s : m_impl->specs)
-        if (s->getName() == DEFAULT_SPEC)
-            return s.get();
+    for (const auto& s : m_impl->slots)
+        if (s.spec && s.name == DEFAULT_SPEC)
+            return s.spec.get();
     return nullptr;
 }
 
 std::vector<Spec*> ObjectInfo::getSpecs() const {
     std::vector<Spec*> out;
-    for (const auto& s : m_impl->specs)
-        out.push_back(s.get());
+    for (const auto& s : m_impl->slots)
+        if (s.spec)
+            out.push_back(s.spec.get());
     return out;
 }
 

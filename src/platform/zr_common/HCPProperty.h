@@ -12,6 +12,7 @@
 #include "HATAttr.h"
 #include "HATAttrAny.h"
 #include "HATAttrSpec.h"
+#include "HATAttrUtils.h"
 #include "HCPPropertyLaunchMode.h"
 #include "HCPPropertyObjectInfo.h"
 #include "HCPPropertyPoi.h"

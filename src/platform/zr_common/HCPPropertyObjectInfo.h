@@ -24,7 +24,8 @@ public:
     explicit operator bool() const { return m_impl != nullptr; }
     detail::poi* getPoi() const;
 
-    // A new spec; one registered under the same name before (any case) is dropped.
+    // A new spec. One registered under the same name before (any case) is replaced,
+    // and a spec made again after deleteSpec takes the deleted one's place.
     Spec& createSpec(const std::string& name);
     bool deleteSpec(const std::string& name);
     void setSortProperties(bool sort);
