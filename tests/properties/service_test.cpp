@@ -205,14 +205,15 @@ TEST_F(PropertyTest, BadWritesAreRefusedWithAReason) {
 TEST_F(PropertyTest, ResultsReachTclWithTheirOwnType) {
     HATAttrAny any;
     HATStringList list;
-    list.append("a b");
+    // Elements go as they stand, so one that is a list itself stays one element.
+    list.append("{0 Rev A}");
     list.append("c");
     HATAttrUtils::setAny(any, list);
     HCPProperty::Utils::setAttrResult(s_interp, any);
     int n = 0;
     ASSERT_EQ(Tcl_ListObjLength(s_interp, Tcl_GetObjResult(s_interp), &n), TCL_OK);
     EXPECT_EQ(n, 2);
-    EXPECT_STREQ(Tcl_GetStringResult(s_interp), "{a b} c");
+    EXPECT_STREQ(Tcl_GetStringResult(s_interp), "{0 Rev A} c");
     HATAttrUtils::setAny(any, true);
     HCPProperty::Utils::setAttrResult(s_interp, any);
     EXPECT_STREQ(Tcl_GetStringResult(s_interp), "1");

@@ -174,10 +174,16 @@ Tcl_Obj* Utils::newTclObj(const HATAttrAny& value) {
     if (const int* i = value.get<int>())
         return Tcl_NewIntObj(*i);
     if (const HATStringList* list = value.get<HATStringList>()) {
-        Tcl_Obj* obj = Tcl_NewListObj(0, nullptr);
-        for (const std::string& s : list->items())
-            Tcl_ListObjAppendElement(nullptr, obj, Tcl_NewStringObj(s.data(), static_cast<int>(s.size())));
-        return obj;
+        // Elements joined by blanks as they stand, and all of them: a script
+        // reads the result as a list, and elements that are lists themselves
+        // ("{key value}") keep their shape.
+        std::string text;
+        for (const std::string& s : list->items()) {
+            if (!text.empty() || &s != &list->items().front())
+                text += ' ';
+            text += s;
+        }
+        return Tcl_NewStringObj(text.data(), static_cast<int>(text.size()));
     }
     std::string text = value.toString();
     return Tcl_NewStringObj(text.data(), static_cast<int>(text.size()));

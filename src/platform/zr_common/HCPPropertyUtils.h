@@ -11,7 +11,7 @@ namespace HCPProperty {
 class Utils {
 public:
     // Makes the value the interpreter's result: a string, a boolean, an integer
-    // or a list; nothing without an interpreter.
+    // or a list (its elements joined by blanks, unquoted); nothing without an interpreter.
     static void setAttrResult(Tcl_Interp* interp, const HATAttrAny& value);
     static Tcl_Obj* newTclObj(const HATAttrAny& value);
 };
