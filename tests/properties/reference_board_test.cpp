@@ -135,7 +135,8 @@ TEST_F(PropertyTest, ConnectionsNetsJumpersAndParametersRead) {
     EXPECT_EQ(tclResult(fmc, "Component_1.STOP"), "48");
     EXPECT_EQ(getAny(fmc, "Component_2.START").toAttr().getType(), HATAttrTypes::ATTR_INT);
     // The stored "{jp3 true}" split at its blank, braces and all.
-    const HATStringList* dep = getAny(fmc, "enablement_dependency").get<HATStringList>();
+    HATAttrAny value = getAny(fmc, "enablement_dependency");
+    const HATStringList* dep = value.get<HATStringList>();
     ASSERT_NE(dep, nullptr);
     EXPECT_EQ(dep->items(), (HSTVector<std::string>{"{jp3", "true}"}));
     HBOBoardBus* leds = bus(b, "part0_led_8bits_1");
