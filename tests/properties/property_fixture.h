@@ -14,7 +14,7 @@
 
 #include "ComMsgMgr.h"
 #include "HBOBoard.h"
-#include "HBOCPropertyInit.h"
+#include "HBOPropertySetup.h"
 #include "HBOParser.h"
 #include "HCPProperty.h"
 #include "HPAParamMgr.h"
@@ -23,24 +23,7 @@ namespace property_fixture {
 
 typedef std::vector<std::string> Names;
 
-inline void registerAll() {
-    using namespace HBOCPropertyInit;
-    board::init();
-    board_bus::init();
-    board_bus_net::init();
-    board_component::init();
-    board_component_mode::init();
-    board_interface_port::init();
-    board_ip_preset::init();
-    board_jumper::init();
-    board_parameter::init();
-    board_part_interface::init();
-    board_part_pin::init();
-    board_user_preference::init();
-    board_component::initV2Props();
-    board_part_interface::initV2Props();
-    board_part_pin::initV2Props();
-}
+inline void registerAll() { HBOPropertySetup::registerAll(); }
 
 inline std::string referenceBoardFile() {
     return std::string(ZR_TEST_DATA_DIR) + "/boards/board_files/tarnwick/1.2/board.xml";

@@ -62,7 +62,7 @@ ObjectInfo infoOf(const zrc::tcltasks::tclany& object) {
     return info;
 }
 
-void warnAdvisory(const Spec& spec) {
+void warnOf(const Spec& spec) {
     const std::string& advisory = spec.getAttrSpec().advisoryText;
     if (advisory.empty())
         return;
@@ -197,12 +197,13 @@ void Utils::setAttrResult(Tcl_Interp* interp, const HATAttrAny& value) {
 // ---- Reading and listing ----
 
 bool getProperty(Tcl_Interp* interp, const zrc::tcltasks::tclany& object, const std::string& name,
-                 HATAttrAny& result) {
+                 HATAttrAny& result, bool warnAdvisory) {
     ObjectInfo info = infoOf(object);
     if (Spec* spec = info.findSpec(name)) {
         if (!spec->getGetFcn())
             return false;
-        warnAdvisory(*spec);
+        if (warnAdvisory)
+            warnOf(*spec);
         return spec->getGetFcn()(interp, object, spec->getName(), result);
     }
     Spec* dynamic = info.getDefaultSpec();

@@ -53,10 +53,11 @@ P nativeOf(const zrc::tcltasks::tclany& value) {
 
 // Reads one property. Names are matched without regard to case; a name that no
 // spec has goes, as written, to the type's default spec. False when the object
-// has no such property. A property with an advisory text is warned about.
+// has no such property. A property with an advisory text is warned about
+// unless warnAdvisory is false (a listing that reads every property).
 // Throws HTCErrors::type_error for a value of an unregistered type.
 bool getProperty(Tcl_Interp* interp, const zrc::tcltasks::tclany& object, const std::string& name,
-                 HATAttrAny& result);
+                 HATAttrAny& result, bool warnAdvisory = true);
 
 struct ListedProperty {
     std::string name;
