@@ -19,8 +19,14 @@ std::vector<HBOBoard*>& ownBoards() {
     return boards;
 }
 
-// Past this point Tcl is going away; the caches must not touch its objects.
-void onTclExit(ClientData) { zrc::tcltasks::native_cache_base::set_tcl_exiting(true); }
+// Past this point Tcl is going away: the caches must not touch its objects,
+// and the boards read by script go with it.
+void onTclExit(ClientData) {
+    zrc::tcltasks::native_cache_base::set_tcl_exiting(true);
+    for (HBOBoard* board : ownBoards())
+        delete board;
+    ownBoards().clear();
+}
 
 int readBoardFile(ClientData, Tcl_Interp* interp, int objc, Tcl_Obj* const objv[]) {
     const char* usage = "read_board_file PATH";
