@@ -178,10 +178,10 @@ Tcl_Obj* Utils::newTclObj(const HATAttrAny& value) {
         // reads the result as a list, and elements that are lists themselves
         // ("{key value}") keep their shape.
         std::string text;
-        for (const std::string& s : list->items()) {
-            if (!text.empty() || &s != &list->items().front())
+        for (std::size_t i = 0; i < list->size(); ++i) {
+            if (i)
                 text += ' ';
-            text += s;
+            text += list->items()[i];
         }
         return Tcl_NewStringObj(text.data(), static_cast<int>(text.size()));
     }

@@ -124,7 +124,7 @@ HATStringList presetList(const std::string& procName, const HBOBoard* board) {
 
 bool hasPrefix(const std::string& name, const char* prefix, std::string& key) {
     std::size_t n = std::strlen(prefix);
-    if (name.compare(0, n, prefix) != 0 || name.size() < n)
+    if (name.size() < n || name.compare(0, n, prefix) != 0)
         return false;
     key = name.substr(n);
     return true;
