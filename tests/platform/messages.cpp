@@ -237,7 +237,7 @@ TEST(Exceptions, CarryTheirMessage) {
     try {
         throw HTCErrors::index_out_of_range(7);
     } catch (const HEXError& e) {
-        EXPECT_STREQ(e.what(), "index out of range: 7");
+        EXPECT_STREQ(e.what(), "index is out of range");
     }
 
     // A percent sign in our own text is printed as it stands.

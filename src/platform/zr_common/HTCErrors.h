@@ -13,8 +13,7 @@ public:
 
 class index_out_of_range : public error {
 public:
-    explicit index_out_of_range(int index)
-        : error("index out of range: " + std::to_string(index)), m_index(index) {}
+    explicit index_out_of_range(int index) : error("index is out of range"), m_index(index) {}
     int getIndex() const { return m_index; }
 
 private:

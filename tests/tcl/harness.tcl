@@ -1,0 +1,43 @@
+# A small harness for the package's script tests: each check compares what a
+# script gives with what it should, and the run exits non-zero on any failure.
+package require zrboard
+
+set failures 0
+
+proc check {title script expected} {
+    global failures
+    if {[catch {uplevel 1 $script} got]} {
+        set got "ERROR: $got"
+    }
+    if {$got ne $expected} {
+        incr failures
+        puts stderr "FAILED $title\n  expected: $expected\n  got:      $got"
+    }
+}
+
+# The error text of script, first line only; "no error" when it succeeds.
+proc error_of {script} {
+    if {[catch {uplevel 1 $script} message]} {
+        return [lindex [split $message \n] 0]
+    }
+    return "no error"
+}
+
+proc usage_of {script} {
+    catch {uplevel 1 $script} message
+    return [lindex [split $message \n] end]
+}
+
+proc reference_board {} {
+    set data [lindex [split $::env(ZR_DATA_DIRS) :] 0]
+    return [read_board_file [file join $data boards board_files tarnwick 1.2 board.xml]]
+}
+
+proc finish {} {
+    global failures
+    if {$failures} {
+        puts stderr "$failures check(s) failed"
+        exit 1
+    }
+    exit 0
+}
