@@ -50,6 +50,8 @@ private:
     void scanUserRepositories();
     bool findBoardFiles(const std::string& directory);
     void mergeBoards();
+    // Joins a project board that declares connected boards to them.
+    void resolveIntegratedBoard(HBOBoard* board);
     void populateFamilyBoards();
     void populateLatestBoards();
     HBOBoard* addBoardPart(const std::string& path);
