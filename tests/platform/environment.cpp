@@ -29,11 +29,17 @@ TEST(DataDirs, FromTheEnvironmentInOrder) {
 }
 
 TEST(DataDirs, DefaultIsTheSourceDataWhenRunFromTheBuildTree) {
-    for (const char* value : {static_cast<const char*>(nullptr), "", "::"}) {
+    EnvVar env("ZR_DATA_DIRS", nullptr);
+    std::vector<std::string> dirs = HUTEnv::getQDEDataDirList();
+    ASSERT_EQ(dirs.size(), 1u);
+    EXPECT_EQ(canonical(dirs[0]), canonical(ZR_TEST_DATA_DIR));
+}
+
+// A host may have no data directories; only an unset variable means the default.
+TEST(DataDirs, SetButEmptyMeansNone) {
+    for (const char* value : {"", "::"}) {
         EnvVar env("ZR_DATA_DIRS", value);
-        std::vector<std::string> dirs = HUTEnv::getQDEDataDirList();
-        ASSERT_EQ(dirs.size(), 1u);
-        EXPECT_EQ(canonical(dirs[0]), canonical(ZR_TEST_DATA_DIR));
+        EXPECT_TRUE(HUTEnv::getQDEDataDirList().empty()) << "'" << value << "'";
     }
 }
 

@@ -60,7 +60,7 @@ fs::path installRoot(const fs::path& libDir) {
 std::vector<std::string> HUTEnv::getQDEDataDirList() {
     std::vector<std::string> dirs;
     const char* env = std::getenv("ZR_DATA_DIRS");
-    if (env && *env) {
+    if (env) {
         std::string all(env);
         std::size_t start = 0;
         while (start <= all.size()) {
@@ -71,9 +71,9 @@ std::vector<std::string> HUTEnv::getQDEDataDirList() {
                 dirs.push_back(all.substr(start, colon - start));
             start = colon + 1;
         }
-        // A value of separators only names no directory: fall back to the default.
-        if (!dirs.empty())
-            return dirs;
+        // Set but naming no directory (empty, or separators only): a host without
+        // data directories. Only an unset variable means the default.
+        return dirs;
     }
     fs::path libDir;
     if (!libraryDir(libDir))
