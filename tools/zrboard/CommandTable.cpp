@@ -14,6 +14,17 @@ const std::vector<Command>& commandTable() {
          runCheck},
         {"show", "[--json] PATH", "print the board read from PATH as an outline",
          "  --json   print the whole board model as JSON\n", runShow},
+        {"integrate", "BASE CONNECTOR=DAUGHTER_BOARD:DAUGHTER_CONNECTOR... [--name NAME] [--repo DIR]... [--json]",
+         "join daughter boards to a base board at its connectors and print the integrated board",
+         "  BASE             the base board: VENDOR:BOARD:VERSION, a board part name, or VENDOR:BOARD:* for the "
+         "newest\n"
+         "  CONNECTOR=DAUGHTER_BOARD:DAUGHTER_CONNECTOR\n"
+         "                   join the daughter board VENDOR:BOARD:VERSION at its connector to the base\n"
+         "                   board's CONNECTOR (repeatable; e.g. fmc_lpc=korvelhw:fennock:1.0:fmc_conn)\n"
+         "  --name NAME      board name of the result (default: built from the base and the connections)\n"
+         "  --repo DIR       a project board repository, searched before the installed boards (repeatable)\n"
+         "  --json           print the whole board model as JSON\n",
+         runIntegrate},
     };
     return table;
 }
