@@ -78,6 +78,7 @@ private:
     void resolveIntegratedBoard(HBOBoard* board);
     void clearUserBoards();
     void clearStaticBoards();
+    void clearDerivedMaps();
     void populateLatestBoards();
     void populateFamilyBoards();
     void populateFamousNames();

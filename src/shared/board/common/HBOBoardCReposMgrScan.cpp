@@ -1,0 +1,295 @@
+// Finding and filing boards: the one-time scan of the installation, the walk
+// of user and project repositories at each refresh, and the maps derived
+// from the catalogue afterwards.
+#include "HBOBoardCReposMgr.h"
+
+#include <boost/filesystem.hpp>
+
+#include "ComMsgMgr.h"
+#include "HBOBoard.h"
+#include "HBOBoardCatalogModifyPostEvent.h"
+#include "HBOBoardCatalogModifyPreEvent.h"
+#include "HBOBoardUtils.h"
+#include "HBOCase.h"
+#include "HBOParser.h"
+#include "HUTEnv.h"
+
+namespace fs = boost::filesystem;
+
+namespace {
+
+const char* const kRepoDebug = "board.debugBoardRepo";
+
+void debugRepo(const std::string& text, HBOBoard* board = nullptr) {
+    HBOBoardUtils::DumpDebugStr(kRepoDebug, text, board);
+}
+
+void reportCaught(const std::string& text) {
+    ComMsgMgr::sendMsg::eval(1, __FILE__, __LINE__, "board", ComMsgMgr::MSG_WARNING, "@49-44@%s", text);
+}
+
+// Canonical and in generic form. File system faults come back as a thrown
+// text, which the callers report and survive.
+std::string canonicalPath(const fs::path& path) {
+    boost::system::error_code ec;
+    fs::path canon = fs::canonical(path, fs::current_path(), ec);
+    if (ec)
+        throw std::string(path.string() + ": " + ec.message());
+    return canon.generic_string();
+}
+
+bool pathExists(const fs::path& path) {
+    boost::system::error_code ec;
+    return fs::exists(fs::status(path, ec));
+}
+
+// A link back to a directory above (or at) the one being walked would make
+// the walk endless.
+bool linksToAncestor(const fs::path& link, const fs::path& dir) {
+    boost::system::error_code ec;
+    const fs::path target = fs::canonical(link, ec);
+    if (ec)
+        return false;
+    const fs::path here = fs::canonical(dir, ec);
+    if (ec)
+        return false;
+    auto t = target.begin();
+    auto h = here.begin();
+    for (; t != target.end() && h != here.end(); ++t, ++h)
+        if (*t != *h)
+            return false;
+    return t == target.end();
+}
+
+bool isBoardFileName(const fs::path& file) {
+    const fs::path name = file.filename();
+    return name.native().size() == 9 && HBOCase::lower(name.native()) == "board.xml";
+}
+
+}  // namespace
+
+void HBOBoardCReposMgr::populateStaticBoardPartList() {
+    debugRepo("HBOBoardCReposMgr::populateStaticBoardPartList");
+    const std::vector<std::string> dataDirs = HUTEnv::getQDEDataDirList();
+    const std::string sep = HBOBoardUtils::getDirSeparator();
+    std::vector<std::string> searchPaths;
+    auto consider = [&](const std::string& candidate) {
+        if (!pathExists(candidate))
+            return;
+        try {
+            searchPaths.push_back(canonicalPath(candidate));
+        } catch (const std::string& text) {
+            reportCaught(text);
+        }
+    };
+    // Every board_parts directory before any board_files one: the first filing of a name wins.
+    for (const std::string& dir : dataDirs)
+        consider(dir + sep + "boards" + sep + "board_parts");
+    if (HBOBoardUtils::isV2SchemaEnabled()) {
+        for (const std::string& dir : dataDirs) {
+            consider(dir + sep + "boards" + sep + "board_files");
+            consider(dir + sep + "zarn" + sep + "boards");
+        }
+    }
+    for (const std::string& path : searchPaths) {
+        debugRepo(" -- find board in " + path);
+        ComMsgMgr::sendScopedMsg::eval(1, __FILE__, __LINE__, "board", "board.findBoards", ComMsgMgr::MSG_DEBUG1,
+                                       "HBOBoardCReposMgr::populateStaticBoardPartList initiating search of '%s'\n",
+                                       path);
+        m_current_repo = path;
+        findBoardFiles(path, true);
+        m_current_repo.clear();
+    }
+}
+
+bool HBOBoardCReposMgr::findBoardFiles(const std::string& directory, bool is_static) {
+    ComMsgMgr::sendScopedMsg::eval(1, __FILE__, __LINE__, "board", "board.findBoards", ComMsgMgr::MSG_DEBUG1,
+                                   "HBOBoardCReposMgr::findBoardFiles searching '%s'\n", directory);
+    const fs::path dir(directory);
+    if (!pathExists(dir)) {
+        if (!directory.empty())
+            ComMsgMgr::sendMsg::eval(1, __FILE__, __LINE__, "board", ComMsgMgr::MSG_WARNING, "@49-91@%s", directory);
+        return false;
+    }
+    try {
+        boost::system::error_code ec;
+        fs::directory_iterator it(dir, ec);
+        if (ec)
+            throw std::string(directory + ": " + ec.message());
+        // Entries in the order the file system gives them; a directory with a
+        // board is still descended into.
+        for (; it != fs::directory_iterator(); it.increment(ec)) {
+            if (ec)
+                throw std::string(directory + ": " + ec.message());
+            const fs::path& entry = it->path();
+            boost::system::error_code statusError;
+            const fs::file_status status = fs::status(entry, statusError);
+            if (fs::is_directory(status)) {
+                if (fs::is_symlink(it->symlink_status(statusError)) && linksToAncestor(entry, dir))
+                    continue;
+                if (findBoardFiles(entry.string(), is_static))
+                    return true;
+            } else if (fs::is_regular_file(status)) {
+                if (!isBoardFileName(entry))
+                    continue;
+                addBoardPart(canonicalPath(entry), is_static);
+            }
+        }
+    } catch (const std::string& text) {
+        reportCaught(text);
+        return false;
+    }
+    return false;
+}
+
+HBOBoard* HBOBoardCReposMgr::addBoardPart(const std::string& path, bool is_static) {
+    HBOBoard* board = new HBOBoard();
+    HBOParser* parser = new HBOParser();
+    try {
+        const std::string file = canonicalPath(path);
+        if (!parser->parseFile(file, board)) {
+            delete parser;
+            delete board;
+            return nullptr;
+        }
+    } catch (const std::string& text) {
+        // Unlike a failed read, the board stays as far as it was read.
+        reportCaught(text);
+    }
+    populatePreferenceData(board);
+    parser->migrateV1ToV2(board);
+
+    const std::string key = HBOCase::lower(board->getName());
+    BoardMap& map = is_static ? m_static_boardpart_map : m_user_boardpart_map;
+    if (map.count(key)) {
+        delete parser;
+        delete board;
+        return nullptr;
+    }
+    board->setRepository(m_current_repo);
+    board->setUserDefinedFlag(!is_static);
+    map.emplace(key, board);
+    debugRepo((is_static ? "m_static_boardpart_map  " : "m_user_boardpart_map  ") + key, board);
+    delete parser;
+    return board;
+}
+
+void HBOBoardCReposMgr::walkRepositoryList(const std::string& tclList) {
+    for (const std::string& path : HBOBoardUtils::parseTclList(tclList)) {
+        m_current_repo = path;
+        findBoardFiles(path, false);
+        m_current_repo.clear();
+    }
+}
+
+void HBOBoardCReposMgr::populateBoardPartList() {
+    m_boardpart_map.clear();
+    m_user_boardpart_map.clear();
+    m_static_replaced_by_user.clear();
+    // The project's repositories first: they win a clash against the user's.
+    if (!m_project_repo.empty())
+        walkRepositoryList(m_project_repo);
+    walkRepositoryList(m_user_repo_paths);
+
+    for (const auto& entry : m_user_boardpart_map) {
+        debugRepo("Adding user nboard ", entry.second);
+        m_boardpart_map.emplace_hint(m_boardpart_map.end(), entry.first, entry.second);
+    }
+    for (const auto& entry : m_static_boardpart_map) {
+        HBOBoard* board = entry.second;
+        if (!board)
+            continue;
+        const std::string key = HBOCase::lower(board->getName());
+        if (!m_boardpart_map.count(key)) {
+            m_boardpart_map.emplace(key, board);
+            debugRepo("Adding static nboard ", board);
+        } else if (m_user_boardpart_map.count(key)) {
+            m_static_replaced_by_user.insert(board->getVendor() + ":" + board->getLibrary() + ":" +
+                                             board->getBoardName() + ":" + board->getVersion());
+            debugRepo("Adding user to static nboard " + board->getName(), board);
+        }
+    }
+
+    if (HBOBoardUtils::isV2SchemaEnabled()) {
+        for (const auto& entry : m_boardpart_map)
+            if (entry.second->isIntegratedBoard())
+                resolveIntegratedBoard(entry.second);
+    }
+}
+
+void HBOBoardCReposMgr::resolveIntegratedBoard(HBOBoard* board) {
+    const std::map<std::string, std::string> connectedBoards = board->getConnectedBoards();
+    for (const auto& entry : connectedBoards) {
+        HBOBoard* found = getInfoForBoard(entry.second);
+        if (found && HBOBoardUtils::isSchema20OrGreater(found))
+            board->appendBoard(found, entry.first);
+    }
+    const std::map<std::string, std::string> connectedComponents = board->getConnectedComponents();
+    auto firstHashToUnderscore = [](std::string s) {
+        const std::size_t hash = s.find('#');
+        if (hash != std::string::npos)
+            s[hash] = '_';
+        return s;
+    };
+    for (const auto& entry : connectedComponents)
+        board->createConnection(firstHashToUnderscore(entry.first), firstHashToUnderscore(entry.second));
+}
+
+void HBOBoardCReposMgr::refreshBoards() {
+    HBOBoardCatalogModifyPreEvent(this).doEvent();
+    ComMsgMgr::sendScopedMsg::eval(1, __FILE__, __LINE__, "board", "board.event", ComMsgMgr::MSG_DEBUG1,
+                                   "%s: REFRESHING BOARDS!\n", __FILE__);
+    try {
+        clearUserBoards();
+        populateBoardPartList();
+        m_connectors_dirty = true;
+        rebuildConnectorsCompatibilityCache();
+        populateLatestBoards();
+        populateFamilyBoards();
+    } catch (...) {
+        ComMsgMgr::sendScopedMsg::eval(1, __FILE__, __LINE__, "board", "board.error", ComMsgMgr::MSG_DEBUG1,
+                                       "%s: unexpected exception in HBOBoardCReposMgr::refreshBoards\n", __FILE__);
+    }
+    ComMsgMgr::sendScopedMsg::eval(1, __FILE__, __LINE__, "board", "board.event", ComMsgMgr::MSG_DEBUG1,
+                                   "%s: DONE REFRESHING BOARDS!\n", __FILE__);
+    HBOBoardCatalogModifyPostEvent(this).doEvent();
+}
+
+void HBOBoardCReposMgr::setProjectRepo(const std::string& paths) {
+    m_project_repo = paths;
+    refreshBoards();
+}
+
+void HBOBoardCReposMgr::syncUserRepoPaths() {
+    std::string paths;
+    if (HBOBoardUtils::getUserRepoPathFromParam(paths) && paths != m_user_repo_paths) {
+        m_user_repo_paths = paths;
+        refreshBoards();
+    }
+}
+
+void HBOBoardCReposMgr::rebuildConnectorsCompatibilityCache() {
+    if (!m_connectors_dirty)
+        return;
+    std::vector<HBOBoard*> allBoards;
+    getGlobal()->getAllBoards(allBoards);
+    for (HBOBoard* board : allBoards)
+        board->rebuildConnectorsCompatibilityCache(allBoards);
+    m_connectors_dirty = false;
+}
+
+void HBOBoardCReposMgr::populateLatestBoards() {
+    for (const auto& entry : m_boardpart_map) {
+        HBOBoard* board = entry.second;
+        const std::string key = board->getVendor() + ":" + board->getLibrary() + ":" + board->getBoardName();
+        HBOBoard*& kept = m_latest_boardpart_map[key];
+        if (!kept || HBOBoardUtils::version_compare(kept->getVersion(), board->getVersion()) < 0)
+            kept = board;
+    }
+}
+
+void HBOBoardCReposMgr::populateFamilyBoards() {
+    m_family_board_map.clear();
+    for (const auto& entry : m_boardpart_map)
+        m_family_board_map[entry.second->getFamily()].push_back(entry.second);
+}
