@@ -33,12 +33,7 @@ struct Project {
     TempDir repo;
     HBOBoardCDataManager session;
     Project() {
-        Edits base = markIntegrated();
-        base.emplace_back("name=\"tarnwick\"", "name=\"joinedbase\"");
-        copyBoard(bundled("tarnwick/1.2"), repo.path() / "ib", base);
-        Edits card = markIntegrated();
-        card.emplace_back("name=\"fennock\"", "name=\"joinedcard\"");
-        copyFennock(repo.path() / "id", "1.0", card);
+        copyIntegratedBoards(repo.path());
         bool changed = false;
         session.setBoardPartRepoPaths(HSTVector<std::string>{repo.str()}, changed);
     }

@@ -82,6 +82,17 @@ inline const Edits& markIntegrated() {
     return e;
 }
 
+// Into `repo`: "korvelhw:joinedbase:1.2" and "korvelhw:joinedcard:1.0", copies
+// of the reference board and of the daughter card that say they are integrated.
+inline void copyIntegratedBoards(const fs::path& repo) {
+    Edits base = markIntegrated();
+    base.emplace_back("name=\"tarnwick\"", "name=\"joinedbase\"");
+    copyBoard(bundled("tarnwick/1.2"), repo / "joinedbase", base);
+    Edits card = markIntegrated();
+    card.emplace_back("name=\"fennock\"", "name=\"joinedcard\"");
+    copyFennock(repo / "joinedcard", "1.0", card);
+}
+
 // The id and arguments of the HEXError that `f` throws; empty when it throws none.
 inline Names thrownBy(const std::function<void()>& f) {
     try {

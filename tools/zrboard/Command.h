@@ -38,6 +38,8 @@ bool isHelpOption(const std::string& arg);
 int runParams(const Command& self, const std::vector<std::string>& args);
 int runCheck(const Command& self, const std::vector<std::string>& args);
 int runShow(const Command& self, const std::vector<std::string>& args);
+int runList(const Command& self, const std::vector<std::string>& args);
+int runCompat(const Command& self, const std::vector<std::string>& args);
 int runIntegrate(const Command& self, const std::vector<std::string>& args);
 
 }  // namespace zrboard
