@@ -8,6 +8,7 @@
 #include "../utils/MessageRecorder.h"
 #include "../utils/ParamStoreGuard.h"
 #include "HBOBoard.h"
+#include "HBOBoardComponent.h"
 #include "HBOBoardCReposMgr.h"
 #include "HBOPartCReposMgr.h"
 #include "session_support.h"
@@ -178,4 +179,28 @@ TEST(ProjectCatalogue, InstalledCopiesAreKnownByTheirExactName) {
     HPAParamMgr::getParamMgr()->setValue("board.repoPaths", "");
     all.clear();
     HBOBoardCReposMgr::appendAllBoards(all);
+}
+
+TEST(ProjectCatalogue, ConnectorCachesFollowTheProjectsDaughterBoardsAndForgetThemWithIt) {
+    TempDir repo;
+    copyFennock(repo.path() / "f", "8.0");
+    HBOBoard* reference = nullptr;
+    const HBOBoardComponent* ownCard = nullptr;
+    auto fitsReference = [&] {
+        std::vector<HBOBoardComponent*> fits;
+        reference->getCompatibleConnectorsList(reference->findBoardComponent("fmc_lpc"), fits);
+        return std::find(fits.begin(), fits.end(), ownCard) != fits.end();
+    };
+    {
+        HBOPartCReposMgr mgr(false);
+        mgr.setUserRepositoryPaths({repo.str()});
+        reference = find(mgr, "korvelhw:tarnwick:1.2");
+        ASSERT_NE(nullptr, reference);
+        ASSERT_FALSE(reference->isUserDefined());
+        ownCard = find(mgr, "korvelhw:fennock:8.0")->findBoardComponent("fmc_conn");
+        ASSERT_NE(nullptr, ownCard);
+        EXPECT_TRUE(fitsReference());
+    }
+    // The installed board outlives the project; its cache no longer names the deleted card.
+    EXPECT_FALSE(fitsReference());
 }

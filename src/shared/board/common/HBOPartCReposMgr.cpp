@@ -50,6 +50,9 @@ HBOPartCReposMgr::HBOPartCReposMgr(bool from_param)
 HBOPartCReposMgr::~HBOPartCReposMgr() {
     clearAll();
     m_user_repo_list.clear();
+    // The installed boards' connector caches may name connectors of the boards just deleted.
+    if (m_repos_mgr)
+        rebuildGlobalConnectorCaches();
     // The global catalogue is not released: the reference stays taken.
     HBOPartCReposMgrInstance::current = nullptr;
 }
@@ -160,7 +163,18 @@ bool HBOPartCReposMgr::unregisterUserBoard(const std::string& name) {
     mergeBoards();
     populateFamilyBoards();
     populateLatestBoards();
+    // A deleted daughter board must not stay in any board's connector cache.
+    m_connectors_dirty = true;
+    rebuildConnectorsCompatibilityCache();
     return true;
+}
+
+void HBOPartCReposMgr::rebuildGlobalConnectorCaches() {
+    std::vector<HBOBoard*> all;
+    m_repos_mgr->getAllBoards(all);
+    for (HBOBoard* board : all)
+        if (board)
+            board->rebuildConnectorsCompatibilityCache(all);
 }
 
 void HBOPartCReposMgr::rebuildConnectorsCompatibilityCache() {

@@ -54,6 +54,7 @@ private:
     void resolveIntegratedBoard(HBOBoard* board);
     void populateFamilyBoards();
     void populateLatestBoards();
+    void rebuildGlobalConnectorCaches();
     HBOBoard* addBoardPart(const std::string& path);
 
     BoardMap m_boardpart_map;
