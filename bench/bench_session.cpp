@@ -10,6 +10,7 @@
 // board is built once before any timing; a build that fails, or lacks the
 // daughters' parts, makes the program fail.
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <iostream>
 #include <memory>
@@ -41,7 +42,12 @@ typedef std::vector<HBOBoardCDataManager::ConnectionPair> Pairs;
 
 const char* const kBase = "korvelhw:tarnwick2:1.2";
 const Pairs kDaughters{{"fmc_lpc", "korvelhw:wrenmoor:fmc_conn:1.0"}, {"fmc_lpc2", "korvelhw:fennock:fmc_conn:1.0"}};
-constexpr int kGeneratedBoards = 1000;
+// 1,000 unless ZR_BENCH_SESSION_BOARDS says otherwise (the smoke run of the tests takes fewer).
+int generatedBoards() {
+    const char* env = std::getenv("ZR_BENCH_SESSION_BOARDS");
+    const int n = env ? std::atoi(env) : 0;
+    return n > 0 ? n : 1000;
+}
 
 std::string readFile(const fs::path& p) {
     std::ifstream in(p.string());
@@ -65,7 +71,7 @@ public:
     Repositories() : m_root(bench_support::makeTempDir()) {
         writeTwoFmcBase();
         bench_support::runGenerator({"python3", std::string(ZR_BENCH_SOURCE_DIR) + "/bench/gen_board.py", "--repo",
-                                     "--boards", std::to_string(kGeneratedBoards), "--out", generated(), "--pins",
+                                     "--boards", std::to_string(generatedBoards()), "--out", generated(), "--pins",
                                      "64", "--interfaces", "8", "--connections", "2", "--nets", "8", "--dtd-dir",
                                      std::string(ZR_BENCH_SOURCE_DIR) + "/data/boards/board_schemas/current"});
         fs::create_directories(empty());

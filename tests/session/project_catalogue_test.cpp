@@ -44,11 +44,18 @@ TEST(ProjectCatalogue, RepositoryListKeepsOrderDropsEmptiesAndFallsBackOnTheInst
     EXPECT_NE(nullptr, find(mgr, "korvelhw:tarnwick:1.2"));
 }
 
-TEST(ProjectCatalogue, MissingRepositoryIsPassedOverSilently) {
+TEST(ProjectCatalogue, MissingRepositoryIsPassedOverSilentlyAndALoopOfLinksEnds) {
     HBOPartCReposMgr mgr(false);
-    MessageRecorder recorder;
-    mgr.setUserRepositoryPaths({"/no/such/repository"});
-    EXPECT_TRUE(recorder.messages().empty());
+    {
+        MessageRecorder recorder;
+        mgr.setUserRepositoryPaths({"/no/such/repository"});
+        EXPECT_TRUE(recorder.messages().empty());
+    }
+    TempDir repo;
+    copyFennock(repo.path() / "f", "6.0");
+    fs::create_directory_symlink(repo.path(), repo.path() / "f" / "again");
+    mgr.setUserRepositoryPaths({repo.str()});
+    EXPECT_NE(nullptr, find(mgr, "korvelhw:fennock:6.0"));
 }
 
 TEST(ProjectCatalogue, RepositoriesFromTheParameterAreTrimmedAbsoluteAndCanonical) {

@@ -228,9 +228,11 @@ void HBOPartCReposMgr::scanUserRepositories() {
     }
 }
 
-bool HBOPartCReposMgr::findBoardFiles(const std::string& directory) {
+bool HBOPartCReposMgr::findBoardFiles(const std::string& directory, int depth) {
+    // Deeper than any repository layout: only a loop of links gets here.
+    const int kMaxDepth = 64;
     boost::system::error_code ec;
-    if (!fs::exists(directory, ec))
+    if (depth > kMaxDepth || !fs::exists(directory, ec))
         return false;
     for (fs::directory_iterator it(directory, ec), end; !ec && it != end; it.increment(ec)) {
         const fs::path& entry = it->path();
@@ -240,7 +242,7 @@ bool HBOPartCReposMgr::findBoardFiles(const std::string& directory) {
             continue;
         }
         if (fs::is_directory(status)) {
-            findBoardFiles(entry.string());
+            findBoardFiles(entry.string(), depth + 1);
         } else if (fs::is_regular_file(status) && HBOCase::lower(entry.filename().string()) == "board.xml") {
             boost::system::error_code cec;
             const fs::path canonical = fs::canonical(entry, cec);

@@ -48,7 +48,8 @@ private:
     void clearAll();
     void clearProjectBoards();
     void scanUserRepositories();
-    bool findBoardFiles(const std::string& directory);
+    // `depth` bounds the descent, so that a loop of directory links ends.
+    bool findBoardFiles(const std::string& directory, int depth = 0);
     void mergeBoards();
     // Joins a project board that declares connected boards to them.
     void resolveIntegratedBoard(HBOBoard* board);
