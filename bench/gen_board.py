@@ -98,6 +98,9 @@ KINDS = {
     "ddr": ("interface:ddrx_rtl:1.0", "master", "ddr", "dramhub_g7:4.2",
             [("DQ", "inout", None), ("DM", "out", 2), ("CK_P", "out", 1), ("CK_N", "out", 1), ("CKE", "out", 1)]),
 }
+# A PMOD connector carries eight signals; anything wider is an FMC connector.
+PMOD_NETS = 8
+
 # Most interfaces of a board are general purpose I/O; the rest follow this cycle.
 KIND_CYCLE = ["gpio_out", "gpio_in", "diff_clock", "gpio_btn", "uart", "gpio_out", "clock", "reset",
               "gpio_in", "iic", "gpio_out", "ddr"]
@@ -244,7 +247,7 @@ class Board:
             w.close("component_modes")
             w.close("component")
         for k, (start, nets) in enumerate(self.connection_ranges()):
-            sub = "pmod" if nets <= 8 else "fmc_hpc"
+            sub = "pmod" if nets <= PMOD_NETS else "fmc_hpc"
             w.open("component", ("name", "conn_%02d" % k), ("display_name", "Connector %d" % k),
                    ("type", "connector"), ("sub_type", sub), ("major_group", "Connectors"))
             w.open("pins")
@@ -290,18 +293,20 @@ class Board:
         return w.data()
 
     def connection_ranges(self):
-        """(first FPGA pin index, nets) of each connection: consecutive blocks, starting over
-        at pin 0 when the pins run out."""
+        """(first FPGA pin index, nets) of each connection: --connections of --nets nets, then
+        --pmods of 8, in consecutive blocks, starting over when the pins run out."""
         a = self.a
         out = []
-        for k in range(a.connections):
-            start = k * a.nets
-            if a.pins >= a.nets:
-                if start + a.nets > a.pins:
-                    start = start % (a.pins - a.nets + 1)
+        first = 0
+        for nets in [a.nets] * a.connections + [PMOD_NETS] * a.pmods:
+            start = first
+            if a.pins >= nets:
+                if start + nets > a.pins:
+                    start = start % (a.pins - nets + 1)
             else:
                 start = 0
-            out.append((start, a.nets))
+            out.append((start, nets))
+            first += nets
         return out
 
     def write_pref(self, w, ip, order):
@@ -405,6 +410,9 @@ def main(argv=None):
     p.add_argument("--repo", action="store_true", help="write a repository of --boards boards")
     p.add_argument("--boards", type=int, default=10, help="boards in --repo mode (default 10)")
     p.add_argument("--versions", type=int, default=1, help="versions of each board in --repo mode (default 1)")
+    p.add_argument("--second-version-every", type=int, default=0, metavar="N",
+                   help="in --repo mode, every N-th board (0, N, 2N, ...) gets one version more (default 0: none)")
+    p.add_argument("--pmods", type=int, default=0, help="PMOD connectors of 8 nets besides --connections (default 0)")
     p.add_argument("--name", default="synth", help="board name of a single board (default synth)")
     p.add_argument("--version", default="1.0", help="file version of a single board (default 1.0)")
     p.add_argument("--vendor", default="korvelhw", help="board vendor (default korvelhw)")
@@ -414,9 +422,9 @@ def main(argv=None):
                    help="directory of the grammars the DOCTYPE points at; empty for no DOCTYPE")
     args = p.parse_args(argv)
 
-    for opt in ("pins", "interfaces", "connections", "boards", "versions"):
+    for opt in ("pins", "interfaces", "connections", "boards", "versions", "pmods", "second_version_every"):
         if getattr(args, opt) < 0:
-            p.error("--%s must not be negative" % opt)
+            p.error("--%s must not be negative" % opt.replace("_", "-"))
     if args.nets < 1:
         p.error("--nets must be at least 1")
     if args.interfaces and not args.pins:
@@ -432,7 +440,8 @@ def main(argv=None):
     root = os.path.join(args.out, "boards", "board_files")
     for k in range(args.boards):
         name = "%s_%04d" % (args.name, k)
-        for v in range(args.versions):
+        extra = 1 if args.second_version_every and k % args.second_version_every == 0 else 0
+        for v in range(args.versions + extra):
             version = "1.%d" % v
             d = os.path.join(root, name, version)
             write_board(args, d, name, version, args.seed * 100003 + k * 101 + v)

@@ -116,6 +116,20 @@ class GenBoardTest(unittest.TestCase):
                 self.assertEqual(board.get("name"), b)
                 self.assertEqual(board.findtext("file_version"), v)
 
+    def test_pmods_and_second_versions(self):
+        out = self.gen("cat", "--repo", "--boards", "4", "--second-version-every", "2", "--pins", "120",
+                       "--interfaces", "6", "--connections", "1", "--nets", "40", "--pmods", "1")
+        root = os.path.join(out, "boards", "board_files")
+        versions = {b: sorted(os.listdir(os.path.join(root, b))) for b in os.listdir(root)}
+        self.assertEqual(versions, {"synth_0000": ["1.0", "1.1"], "synth_0001": ["1.0"],
+                                    "synth_0002": ["1.0", "1.1"], "synth_0003": ["1.0"]})
+        board = ET.parse(os.path.join(root, "synth_0001", "1.0", "board.xml")).getroot()
+        conns = [c for c in board.iter("component") if c.get("type") == "connector"]
+        self.assertEqual([(c.get("sub_type"), len(c.find("pins"))) for c in conns], [("fmc_hpc", 40), ("pmod", 8)])
+        # The PMOD's pins follow the FMC's on the FPGA.
+        maps = [m for m in board.iter("connection_map")]
+        self.assertEqual([(m.get("c1_st_index"), m.get("c1_end_index")) for m in maps], [("0", "39"), ("40", "47")])
+
     @unittest.skipUnless(shutil.which("xmllint"), "xmllint not installed")
     def test_files_validate_against_the_grammars(self):
         d = self.gen("v", "--pins", "300", "--interfaces", "30", "--connections", "4", "--nets", "50")

@@ -271,3 +271,17 @@ TEST_F(CatalogScan, BrokenBoardIsLeftOutAndTheWalkGoesOn) {
     EXPECT_GT(m_messages.messages().size(), 0u);
     EXPECT_EQ(count("49-44"), 0);
 }
+
+// A host without data directories: no installed boards, and user boards are
+// validated without a grammar.
+TEST_F(CatalogScan, HostWithoutDataDirectories) {
+    board("repo/x", spec("b1", "user"));
+    param("board.validateXML", "true");
+    param("board.repoPaths", path("repo"));
+    EXPECT_EQ(all(), (Names{"acme:b1:1.0=user"}));
+    std::vector<HBOBoard*> statics;
+    catalogue()->getAllStaticBoardParts(statics);
+    EXPECT_TRUE(statics.empty());
+    EXPECT_EQ(count("49-114"), 1);
+    EXPECT_EQ(count("49-113"), 0);
+}

@@ -161,10 +161,14 @@ TEST(CompatCommand, ReferenceBoardConnectors) {
     EXPECT_FALSE(contains(r.out, "korvelhw:quillon:pmod_conn:1.0"));
 }
 
+// A daughter board is answered the other way round.
 TEST(CompatCommand, DaughterBoardsAndUnknownNames) {
-    ToolRun r = zrboardRun({"compat", "korvelhw:fennock:1.0"});
-    EXPECT_EQ(r.status, 1);
-    EXPECT_TRUE(contains(r.err, "is no reference board")) << r.err;
+    ToolRun r = zrboardRun({"compat", "korvelhw:sorrel:1.0"});
+    EXPECT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(lines(r.out), (std::vector<std::string>{"korvelhw:sorrel:1.0 (Sorrel FMC Relay Card)",
+                                                       "  fmc_conn (fmc_lpc)", "    fits fully on: none",
+                                                       "    fits partly on:",
+                                                       "      korvelhw:tarnwick:fmc_lpc:1.2  Tarnwick K160T Reference Board"}));
     r = zrboardRun({"compat", "fennock"});
     EXPECT_EQ(r.status, 1);
     EXPECT_TRUE(contains(r.err, "no board 'fennock' in the catalogue")) << r.err;

@@ -83,11 +83,9 @@ CatalogSession::CatalogSession(const std::vector<std::string>& repos) {
     ComMsgMgr::setPrintToStderr(printing);
 }
 
-CatalogSession::~CatalogSession() {
-    // The catalogue's own callers keep references by design; the tool lets go of all.
-    while (HBOBoardCReposMgr::peekGlobal())
-        HBOBoardCReposMgr::release();
-}
+// The catalogue stays until the process ends: deleting thousands of boards
+// one by one only to exit costs the tool a good part of its run.
+CatalogSession::~CatalogSession() = default;
 
 HBOBoard* CatalogSession::find(const std::string& name) const {
     if (HBOBoard* board = m_mgr->getInfoForBoard(name))

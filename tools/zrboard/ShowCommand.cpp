@@ -1,4 +1,4 @@
-// `zrboard show [--json] [--repo DIR]... [--project-repo DIR]... PATH|NAME`:
+// `zrboard show [--json] PATH|NAME [--repo DIR]... [--project-repo DIR]...`:
 // reads one board through the front door, or takes it from the catalogue by
 // name (as a project would, with project repositories), and prints its model,
 // as an outline or as one JSON document.
