@@ -98,6 +98,29 @@ TEST(Rebinding, IntegratedBoardWithoutConnectionsIsRebuiltAndRegistered) {
     EXPECT_EQ(rebuilt, session.getBoardPartReposMgr()->getInfoForBoardPart("korvelhw:tarnwick:1.2"));
 }
 
+TEST(Rebinding, RebuiltBoardWhoseNameAProjectBoardHoldsIsLetGo) {
+    Repos r;
+    TempDir copies;
+    copyBoard(bundled("tarnwick/1.2"), copies.path() / "t");
+    HBOBoardCDataManager session;
+    bool changed = false;
+    session.setBoardPartRepoPaths(pathList({copies.str()}), changed);
+    HBOBoard* base = session.getBoardPartReposMgr()->getInfoForBoardPart("korvelhw:tarnwick:1.2");
+    ASSERT_TRUE(base->isUserDefined());
+    HBOBoard* integrated = session.createIntegratdBoard(static_cast<const HBOBoard*>(base),
+                                                        std::vector<HBOBoardCDataManager::ConnectionPair>(), "solo");
+    session.registerUserBoard(integrated);
+    ASSERT_TRUE(session.setBoard(integrated, "", false, false));
+
+    // Rebuilt as "korvelhw:tarnwick:1.2", the name of the project's own copy, which is kept.
+    EXPECT_TRUE(session.setBoardPartRepoPaths(pathList({copies.str(), r.first.str()}), changed));
+    EXPECT_TRUE(changed);
+    EXPECT_EQ(nullptr, session.getBoardStrategy());
+    HBOBoard* copy = session.getBoardPartReposMgr()->getInfoForBoardPart("korvelhw:tarnwick:1.2");
+    ASSERT_NE(nullptr, copy);
+    EXPECT_FALSE(copy->isIntegratedBoard());
+}
+
 TEST(Rebinding, IntegratedBoardWithDaughtersIsLetGoBecauseItsDaughtersCannotBeFoundAgain) {
     Repos r;
     HBOBoardCDataManager session;

@@ -165,6 +165,11 @@ bool HBOBoardCDataManager::setBoardPartRepoPaths(HSTVector<std::string> paths, b
         HBOBoard* rebuilt = createIntegratdBoard(static_cast<const HBOBoard*>(base), pairs, name);
         m_repos_mgr->unregisterUserBoard(rebuilt->getActivePartName());
         m_repos_mgr->registerUserBoard(rebuilt);
+        if (m_repos_mgr->getInfoForBoardPart(rebuilt->getName()) != rebuilt) {
+            // A project board of that name came first, so nobody would own the rebuilt one.
+            delete rebuilt;
+            rebuilt = nullptr;
+        }
         m_board = rebuilt;
     } catch (...) {
         m_board = nullptr;
