@@ -87,6 +87,8 @@ TEST(ListCommand, UserRepositoriesBrokenBoardsAndMissingRepositories) {
     EXPECT_TRUE(contains(r.err, "cannot read the board file '" + fs::canonical(repo.dir).string() +
                                     "/broken/board.xml'"))
         << r.err;
+    // With the reader's messages below it.
+    EXPECT_TRUE(contains(r.err, "/broken/board.xml'\n  CRITICAL WARNING: [board ")) << r.err;
     EXPECT_TRUE(contains(r.out, "\"failed\": [\n    {\n      \"file\": "));
 
     const ToolRun text = zrboardRun({"list", "--repo", repo.path(), "quillon"});

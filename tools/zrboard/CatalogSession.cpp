@@ -48,6 +48,23 @@ void collectBoardFiles(const fs::path& root, std::vector<std::string>& out) {
     }
 }
 
+// Reads a board file as the catalogue does, or validating; its messages instead of printing them.
+bool readQuietly(const std::string& file, bool validate, std::vector<ComMsgMgrInstance>& messages) {
+    HPAParamMgr* params = HPAParamMgr::getParamMgr();
+    const std::string validated = params->getValueAsString("board.validateXML");
+    params->setValue("board.validateXML", validate ? "true" : validated);
+    const bool printing = ComMsgMgr::printToStderr();
+    ComMsgMgr::setPrintToStderr(false);
+    MessageCollector collector;
+    std::unique_ptr<HBOBoard> board(new HBOBoard());
+    HBOParser parser;
+    const bool ok = parser.parseFile(file, board.get());
+    ComMsgMgr::setPrintToStderr(printing);
+    params->setValue("board.validateXML", validated);
+    messages = collector.messages();
+    return ok;
+}
+
 }  // namespace
 
 CatalogSession::CatalogSession(const std::vector<std::string>& repos) {
@@ -124,18 +141,19 @@ void CatalogSession::findFailedBoards() {
         collectBoardFiles(root, files);
     std::set<std::string> seen;
     for (const std::string& file : files) {
+        // Not filed: either it did not read, or a board of its name came first.
         if (filed.count(file) || !seen.insert(file).second)
             continue;
-        // Not filed: either it did not read, or a board of its name came first.
-        const bool printing = ComMsgMgr::printToStderr();
-        ComMsgMgr::setPrintToStderr(false);
-        MessageCollector collector;
-        std::unique_ptr<HBOBoard> board(new HBOBoard());
-        HBOParser parser;
-        const bool ok = parser.parseFile(file, board.get());
-        ComMsgMgr::setPrintToStderr(printing);
-        if (!ok)
-            m_failed.push_back({file, collector.messages()});
+        std::vector<ComMsgMgrInstance> messages;
+        if (readQuietly(file, false, messages))
+            continue;
+        // Again with validation, which collects every fault of the file.
+        readQuietly(file, true, messages);
+        FailedBoard failed{file, {}};
+        for (const ComMsgMgrInstance& m : messages)
+            if (m.getMask() != ComMsgMgr::MSG_INFO && m.getMask() != ComMsgMgr::MSG_NOTE)
+                failed.messages.push_back(m);
+        m_failed.push_back(failed);
     }
 }
 
