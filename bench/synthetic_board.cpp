@@ -19,7 +19,7 @@
 
 namespace fs = boost::filesystem;
 
-namespace {
+namespace bench_support {
 
 std::string makeTempDir() {
     const char* base = std::getenv("TMPDIR");
@@ -59,6 +59,13 @@ void runGenerator(const std::vector<std::string>& args) {
         throw std::runtime_error(os.str());
     }
 }
+
+}  // namespace bench_support
+
+using bench_support::makeTempDir;
+using bench_support::runGenerator;
+
+namespace {
 
 void expectCount(std::ostringstream& faults, const char* what, std::size_t got, std::size_t want) {
     if (got != want)

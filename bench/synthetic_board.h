@@ -9,6 +9,13 @@
 
 class HBOBoard;
 
+namespace bench_support {
+// A new directory under $TMPDIR (or /tmp); throws std::runtime_error on failure.
+std::string makeTempDir();
+// Runs a program (argv[0] searched on PATH) and waits; throws unless it exits with 0.
+void runGenerator(const std::vector<std::string>& args);
+}  // namespace bench_support
+
 struct SyntheticBoardSize {
     int pins = 2000;
     int interfaces = 200;

@@ -29,8 +29,9 @@ std::vector<std::vector<std::string>> tableRows(const std::string& out) {
     return rows;
 }
 
+// The host's own parameter comes first: the store registers it when it is made.
 const std::vector<std::string> kVisible = {
-    "board.enableSchemaV2",    "board.validateXML",         "board.enableBoardIntegratorSupport",
+    "project.enableBITabFlow", "board.enableSchemaV2",    "board.validateXML",         "board.enableBoardIntegratorSupport",
     "board.enableFMCDaughterBoardSupport", "board.repoPaths", "board.enableDiffCommand",
     "project.boardPartRepoPaths"};
 const std::vector<std::string> kHidden = {"board.enable2020Checks", "board.usePre2019Dot2Mode",
@@ -98,9 +99,9 @@ TEST(ZrboardCli, ParamsListsVisibleParametersInRegistrationOrder) {
     EXPECT_EQ(names, kVisible);
 
     const auto rows = tableRows(r.out);
-    EXPECT_EQ(rows[0], (std::vector<std::string>{"board.enableSchemaV2", "bool", "true", "true", "no",
+    EXPECT_EQ(rows[1], (std::vector<std::string>{"board.enableSchemaV2", "bool", "true", "true", "no",
                                                  "Allows board data model to work on board schema 2.0"}));
-    EXPECT_EQ(rows[4][1], "string");
+    EXPECT_EQ(rows[5][1], "string");
 }
 
 TEST(ZrboardCli, ParamsAllAddsHiddenParametersInAnAlignedTable) {

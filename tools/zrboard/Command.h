@@ -43,6 +43,7 @@ int runCompat(const Command& self, const std::vector<std::string>& args);
 int runMigrate(const Command& self, const std::vector<std::string>& args);
 int runDiff(const Command& self, const std::vector<std::string>& args);
 int runSite(const Command& self, const std::vector<std::string>& args);
+int runIntegrate(const Command& self, const std::vector<std::string>& args);
 
 }  // namespace zrboard
 

@@ -12,10 +12,11 @@ const std::vector<Command>& commandTable() {
          "  --no-strict    switch the later board checks off\n"
          "  --json         print one JSON document with every file's result and messages\n",
          runCheck},
-        {"show", "[--json] PATH|NAME [--repo DIR]...",
+        {"show", "[--json] PATH|NAME [--repo DIR]... [--project-repo DIR]...",
          "print the board read from PATH, or the catalogue's board of that NAME, as an outline",
          "  --json       print the whole board model as JSON\n"
          "  --repo DIR   a user board repository for looking NAME up (repeatable)\n"
+         "  --project-repo DIR  look NAME up as a project with this repository would (repeatable)\n"
          "  PATH         a board directory or board file; anything with a '/' or ending in .xml is a path\n"
          "  NAME         vendor:board:version, vendor:board:component:version, a short or an old name; any case\n",
          runShow},
@@ -70,6 +71,17 @@ const std::vector<Command>& commandTable() {
          "  --latest      only the newest file version of each board\n"
          "  --title TEXT  the site's title (default \"Board catalogue\")\n",
          runSite},
+        {"integrate", "BASE CONNECTOR=DAUGHTER_BOARD:DAUGHTER_CONNECTOR... [--name NAME] [--repo DIR]... [--json]",
+         "join daughter boards to a base board at its connectors and print the integrated board",
+         "  BASE             the base board: VENDOR:BOARD:VERSION, a board part name, or VENDOR:BOARD:* for the "
+         "newest\n"
+         "  CONNECTOR=DAUGHTER_BOARD:DAUGHTER_CONNECTOR\n"
+         "                   join the daughter board VENDOR:BOARD:VERSION at its connector to the base\n"
+         "                   board's CONNECTOR (repeatable; e.g. fmc_lpc=korvelhw:fennock:1.0:fmc_conn)\n"
+         "  --name NAME      board name of the result (default: built from the base and the connections)\n"
+         "  --repo DIR       a project board repository, searched before the installed boards (repeatable)\n"
+         "  --json           print the whole board model as JSON\n",
+         runIntegrate},
     };
     return table;
 }

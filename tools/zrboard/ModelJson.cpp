@@ -425,6 +425,18 @@ void ModelJson::board(const HBOBoard& b) {
     const HBOBoardComponent* active = b.getActivePart();
     m_json.field("active_part", active ? active->getComponentName() : std::string());
     m_json.field("supports_ced", b.getSupportsCED());
+    if (b.isIntegratedBoard()) {
+        const HBOBoard* base = b.getBaseBoard();
+        m_json.key("integrated").beginObject().field("base_board", base ? base->getName() : std::string());
+        m_json.key("connections").beginArray();
+        for (const HBOBoard::IntegratedConnection& c : b.getIntegratedBoardConnections())
+            m_json.beginObject()
+                .field("base_connector", c.get<0>())
+                .field("daughter_board", c.get<1>() ? c.get<1>()->getName() : std::string())
+                .field("daughter_connector", c.get<2>())
+                .endObject();
+        m_json.endArray().endObject();
+    }
 
     m_json.key("revisions").beginArray();
     for (const auto& kv : b.getCompatibleBoardRevisions())

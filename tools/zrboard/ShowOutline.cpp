@@ -424,6 +424,12 @@ void writeIdentity(Outline& o, const HBOBoard& board) {
     o.line(1, "Active part: " + (active ? active->getComponentName() + " (" + active->getPartName() + ")"
                                         : std::string("none")));
     o.line(1, std::string("Supports CED: ") + yesNo(board.getSupportsCED()));
+    if (board.isIntegratedBoard()) {
+        const HBOBoard* base = board.getBaseBoard();
+        o.line(1, "Integrated from: " + (base ? base->getName() : std::string("unknown base board")));
+        for (const HBOBoard::IntegratedConnection& c : board.getIntegratedBoardConnections())
+            o.line(2, c.get<0>() + " <- " + (c.get<1>() ? c.get<1>()->getName() + " " : std::string()) + c.get<2>());
+    }
 }
 
 }  // namespace

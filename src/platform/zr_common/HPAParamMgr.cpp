@@ -23,10 +23,21 @@ bool HPAParam::setValueFromString(const std::string& value) {
     return true;
 }
 
+// The host's own parameters, there before any library registers its own.
+HPAParamMgr* HPAParamMgr::makeWithHostParams() {
+    HPAParamMgr* mgr = new HPAParamMgr;
+    // On by default: a project runs the board start-up script when it loads its board.
+    mgr->registerBoolParam("project.enableBITabFlow",
+                           "Run the board start-up script scripts/board/init.tcl of the installation when a project "
+                           "loads its board.",
+                           true);
+    return mgr;
+}
+
 HPAParamMgr* HPAParamMgr::getParamMgr() {
     // Built on first use and never destroyed: the static initialisers and
     // destructors of other libraries may reach it in any order.
-    static HPAParamMgr* mgr = new HPAParamMgr;
+    static HPAParamMgr* mgr = makeWithHostParams();
     return mgr;
 }
 

@@ -61,6 +61,7 @@ public:
 
 private:
     HPAParamMgr() = default;
+    static HPAParamMgr* makeWithHostParams();
     std::vector<std::unique_ptr<HPAParam>> m_params;
     std::map<std::string, HPAParam*> m_byName;
 };

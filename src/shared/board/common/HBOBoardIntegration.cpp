@@ -21,6 +21,7 @@
 #include "HBOPinProps.h"
 #include "HBORebase.h"
 #include "HEXAll.h"
+#include "HTCTaskHelpers.h"
 #include "HUTMemWatcher.h"
 
 namespace {
@@ -55,10 +56,6 @@ void checkConnector(const HBOBoard& board, const std::string& connector) {
     if (!c->isConnector())
         throw HEXError(ComMsgMgrInstance::createInstance::eval(2, __FILE__, __LINE__, "board", ComMsgMgr::MSG_ERROR,
                                                                "@49-127@%s%s", connector, board.getName()));
-}
-
-std::string brace(const std::string& s) {
-    return "{" + s + "}";
 }
 
 }  // namespace
@@ -304,7 +301,7 @@ std::string HBOBoard::getIntegratedBoardConnectionsAsString() const {
     for (const IntegratedConnection& c : m_integratedConnections) {
         if (!out.empty())
             out += " ";
-        out += brace(c.get<0>());
+        out += HTCTaskHelpers::brace(c.get<0>());
         const HBOBoard* daughter = c.get<1>();
         const HBOBoardComponent* connector =
             (daughter && !c.get<2>().empty()) ? daughter->findBoardComponent(c.get<2>()) : nullptr;

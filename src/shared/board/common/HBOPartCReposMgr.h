@@ -48,10 +48,14 @@ private:
     void clearAll();
     void clearProjectBoards();
     void scanUserRepositories();
-    bool findBoardFiles(const std::string& directory);
+    // `depth` bounds the descent, so that a loop of directory links ends.
+    bool findBoardFiles(const std::string& directory, int depth = 0);
     void mergeBoards();
+    // Joins a project board that declares connected boards to them.
+    void resolveIntegratedBoard(HBOBoard* board);
     void populateFamilyBoards();
     void populateLatestBoards();
+    void rebuildGlobalConnectorCaches();
     HBOBoard* addBoardPart(const std::string& path);
 
     BoardMap m_boardpart_map;

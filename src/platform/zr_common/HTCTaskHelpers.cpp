@@ -1,0 +1,3 @@
+#include "HTCTaskHelpers.h"
+
+std::string HTCTaskHelpers::brace(const std::string& text) { return "{" + text + "}"; }
