@@ -11,8 +11,6 @@
 
 namespace HCPProperty {
 
-const char* const ObjectInfo::DEFAULT_SPEC = "_default_";
-
 namespace detail {
 poi::~poi() = default;
 }

@@ -15,7 +15,9 @@ namespace HCPProperty {
 class ObjectInfo {
 public:
     // The name of the spec that answers names nobody registered.
-    static const char* const DEFAULT_SPEC;
+    // An inline constant, not a variable of the library: two loaded copies of it
+    // (a relocated install beside the build) must not own one global twice.
+    static constexpr const char DEFAULT_SPEC[] = "_default_";
 
     ObjectInfo() = default;
     // Takes ownership of the interface.
