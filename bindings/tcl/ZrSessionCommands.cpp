@@ -11,7 +11,9 @@
 #include "HBOBoardComponent.h"
 #include "HBOBusIf.h"
 #include "HBOComponentMode.h"
+#include "HBOModelPort.h"
 #include "HBOPartCReposMgr.h"
+#include "HBOPinProps.h"
 #include "HEXAll.h"
 #include "HPAParamMgr.h"
 #include "HUTGuiEventBroker.h"
@@ -41,15 +43,15 @@ struct Session {
     std::vector<std::unique_ptr<HUTGuiEventConnectionHandle>> listeners;
 
     Session() {
-        listeners.emplace_back(HUTGuiEventBroker::addListener(HUTGuiEvent::kCatalogModifyPre,
-                                                              [this](const HUTGuiEvent::GuiEventBase&) {
-                                                                  if (!manager || stale)
-                                                                      return;
-                                                                  HBOBoard* b = manager->getBoardStrategy();
-                                                                  rebindName = b ? b->getName() : std::string();
-                                                                  manager->unsetBoardStrategy();
-                                                                  stale = true;
-                                                              }));
+        auto letGo = [this](const HUTGuiEvent::GuiEventBase&) {
+            if (!manager || stale)
+                return;
+            HBOBoard* b = manager->getBoardStrategy();
+            rebindName = b ? b->getName() : std::string();
+            manager->unsetBoardStrategy();
+            stale = true;
+        };
+        listeners.emplace_back(HUTGuiEventBroker::addListener(HUTGuiEvent::kCatalogModifyPre, letGo));
     }
     ~Session() {
         for (auto& l : listeners)
@@ -57,23 +59,8 @@ struct Session {
         delete manager;
     }
 
-    HBOBoardCDataManager& get() {
-        if (!manager)
-            manager = new HBOBoardCDataManager;
-        if (stale) {
-            stale = false;
-            manager->getBoardPartReposMgr()->refreshBoardParts();
-            if (!rebindName.empty())
-                manager->setBoard(rebindName, "", true, false);
-            rebindName.clear();
-        }
-        return *manager;
-    }
+    HBOBoardCDataManager& get();
 };
-
-void deleteSession(ClientData data, Tcl_Interp*) { delete static_cast<Session*>(data); }
-
-Session& sessionOf(ClientData data) { return *static_cast<Session*>(data); }
 
 HBOBoardCReposMgr& catalogue() {
     // The package holds one reference for the life of the process; later
@@ -89,12 +76,37 @@ void syncCatalogue() {
     catalogue().getAllBoards(ignored);
 }
 
+HBOBoardCDataManager& Session::get() {
+    if (!manager)
+        manager = new HBOBoardCDataManager;
+    // A refresh still due would otherwise come in the middle of the
+    // re-choice below and take the name it needs.
+    syncCatalogue();
+    if (stale) {
+        stale = false;
+        manager->getBoardPartReposMgr()->refreshBoardParts();
+        if (!rebindName.empty())
+            manager->setBoard(rebindName, "", true, false);
+        rebindName.clear();
+    }
+    return *manager;
+}
+
+void deleteSession(ClientData data, Tcl_Interp*) { delete static_cast<Session*>(data); }
+
+Session& sessionOf(ClientData data) { return *static_cast<Session*>(data); }
+
 HBOBoard* boardOf(const Ref& r) {
     if (HBOBoardComponent* c = r.as<HBOBoardComponent>())
         return c->getBoard();
     HBOBoardComponent* owner = nullptr;
-    if (HBOBusIf* i = r.as<HBOBusIf>())
-        owner = i->getOwnerComponent();
+    HBOBusIf* busIf = r.as<HBOBusIf>();
+    if (HBOModelPort* p = r.as<HBOModelPort>())
+        busIf = p->getOwner();
+    if (busIf)
+        owner = busIf->getOwnerComponent();
+    else if (HBOPinProps* p = r.as<HBOPinProps>())
+        owner = p->getOwner();
     else if (HBOComponentMode* m = r.as<HBOComponentMode>())
         owner = m->getOwnerComponent();
     else
@@ -133,7 +145,7 @@ int getBoards(ClientData, Tcl_Interp* interp, int objc, Tcl_Obj* const objv[]) {
             HBOBoard* b = boardOf(r);
             if (!b)
                 return usageError(interp, kGetBoardsUsage,
-                                  std::string("-of_objects takes components, interfaces or modes, not the ") +
+                                  std::string("-of_objects takes components, interfaces, ports, pins or modes, not the ") +
                                       r.kind() + " '" + nameOf(r) + "'");
             boards.push_back(b);
         }
@@ -209,7 +221,8 @@ int setBoardRepoPaths(ClientData, Tcl_Interp* interp, int objc, Tcl_Obj* const o
     int n = 0;
     Tcl_Obj** items = nullptr;
     if (Tcl_ListObjGetElements(nullptr, objv[1], &n, &items) != TCL_OK)
-        return usageError(interp, kRepoUsage, std::string("PATHS must be a list, not '") + Tcl_GetString(objv[1]) + "'");
+        return usageError(interp, kRepoUsage,
+                          std::string("PATHS must be a list, not '") + Tcl_GetString(objv[1]) + "'");
     return setParamValue(interp, kRepoUsage, kRepoParam, Tcl_GetString(objv[1]));
 }
 
