@@ -10,6 +10,7 @@ namespace zrtcl {
 void createPropertyCommands(Tcl_Interp* interp);
 void createWalkCommands(Tcl_Interp* interp);
 void createBoardFileCommands(Tcl_Interp* interp);
+void createSessionCommands(Tcl_Interp* interp);
 // An error with the command's usage line behind the reason.
 int usageError(Tcl_Interp* interp, const char* usage, const std::string& reason);
 }  // namespace zrtcl

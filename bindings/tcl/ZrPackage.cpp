@@ -1,6 +1,8 @@
 // The zrboard package: what `package require zrboard` runs in a tclsh.
-#include <algorithm>
-#include <vector>
+#include <filesystem>
+#include <map>
+#include <string>
+#include <system_error>
 
 #include "HBOBoard.h"
 #include "HBOPropertySetup.h"
@@ -13,9 +15,12 @@ namespace zrtcl {
 
 namespace {
 
-// Boards read from files by script, until the catalogue commands take over.
-std::vector<HBOBoard*>& ownBoards() {
-    static std::vector<HBOBoard*> boards;
+// Boards read by read_board_file, by the path as given made absolute. A
+// board file outside every repository is read this way; reading the same
+// file again replaces the earlier board, so that a script can edit a file
+// and look again without piling up boards.
+std::map<std::string, HBOBoard*>& ownBoards() {
+    static std::map<std::string, HBOBoard*> boards;
     return boards;
 }
 
@@ -23,8 +28,8 @@ std::vector<HBOBoard*>& ownBoards() {
 // and the boards read by script go with it.
 void onTclExit(ClientData) {
     zrc::tcltasks::native_cache_base::set_tcl_exiting(true);
-    for (HBOBoard* board : ownBoards())
-        delete board;
+    for (auto& entry : ownBoards())
+        delete entry.second;
     ownBoards().clear();
 }
 
@@ -32,43 +37,27 @@ int readBoardFile(ClientData, Tcl_Interp* interp, int objc, Tcl_Obj* const objv[
     const char* usage = "read_board_file PATH";
     if (objc != 2)
         return usageError(interp, usage, "wrong number of arguments");
+    const std::string path = Tcl_GetString(objv[1]);
+    std::error_code ec;
+    const std::filesystem::path absolute = std::filesystem::absolute(path, ec);
+    const std::string key = ec ? path : absolute.lexically_normal().string();
     HBOBoard* board = new HBOBoard;
     HBOParser parser;
-    if (!parser.parseFile(Tcl_GetString(objv[1]), board)) {
+    if (!parser.parseFile(path, board)) {
         delete board;
-        return usageError(interp, usage, std::string("could not read the board file '") + Tcl_GetString(objv[1]) +
-                                             "'; see the messages above");
+        return usageError(interp, usage, "could not read the board file '" + path + "'; see the messages above");
     }
-    ownBoards().push_back(board);
+    HBOBoard*& kept = ownBoards()[key];
+    delete kept;
+    kept = board;
     Tcl_SetObjResult(interp, handleOf(board));
     return TCL_OK;
 }
-
-int deleteBoard(ClientData, Tcl_Interp* interp, int objc, Tcl_Obj* const objv[]) {
-    const char* usage = "delete_board BOARD";
-    if (objc != 2)
-        return usageError(interp, usage, "wrong number of arguments");
-    std::vector<Ref> refs;
-    if (!resolve(interp, objv[1], refs))
-        return usageError(interp, usage, Tcl_GetStringResult(interp));
-    for (const Ref& r : refs) {
-        HBOBoard* board = r.as<HBOBoard>();
-        auto it = std::find(ownBoards().begin(), ownBoards().end(), board);
-        if (it == ownBoards().end())
-            return usageError(interp, usage, "'" + nameOf(r) + "' is not a board read by read_board_file");
-        ownBoards().erase(it);
-        delete board;
-    }
-    Tcl_ResetResult(interp);
-    return TCL_OK;
-}
-
 
 }  // namespace
 
 void createBoardFileCommands(Tcl_Interp* interp) {
     Tcl_CreateObjCommand(interp, "read_board_file", readBoardFile, nullptr, nullptr);
-    Tcl_CreateObjCommand(interp, "delete_board", deleteBoard, nullptr, nullptr);
 }
 
 }  // namespace zrtcl
@@ -83,5 +72,6 @@ extern "C" __attribute__((visibility("default"))) int Zrboard_Init(Tcl_Interp* i
     zrtcl::createPropertyCommands(interp);
     zrtcl::createWalkCommands(interp);
     zrtcl::createBoardFileCommands(interp);
+    zrtcl::createSessionCommands(interp);
     return Tcl_PkgProvide(interp, "zrboard", ZR_PACKAGE_VERSION);
 }

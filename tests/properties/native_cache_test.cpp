@@ -4,6 +4,7 @@
 #include "model_objects.h"
 #include "property_fixture.h"
 
+#include "HBMPin.h"
 #include "HBOImage.h"
 #include "HBONativeCaches.h"
 #include "native_handle.h"
@@ -125,4 +126,20 @@ TEST_F(PropertyTest, AHandleThatScriptsReshapeIsLeftAloneOnRemoval) {
     EXPECT_EQ(std::string(Tcl_GetString(h)), "a b");
     Tcl_DecrRefCount(h);
     Tcl_DecrRefCount(copy);
+}
+
+// The migration tool's pins have a cache of their own, but deleting a pin
+// leaves it alone: the tool's pins are never deleted under a script.
+TEST_F(PropertyTest, AMigrationPinKeepsItsHandlesWhenDeleted) {
+    HBMPin* pin = new HBMPin("GPIO_LED_0", "4", "E19", {});
+    Tcl_Obj* h = handleOf(pin, "GPIO_LED_0");
+    EXPECT_TRUE(native_cache<HBMPin*>::observers());
+    EXPECT_EQ(native_cache<HBMPin*>::get_t2n_cache().at(h), pin);
+    delete pin;
+    EXPECT_FALSE(native_handle::is_invalid(h));
+    EXPECT_EQ(native_cache<HBMPin*>::get_n2t_cache().size(), 1u);
+    native_cache<HBMPin*>::get_n2t_cache().clear();
+    native_cache<HBMPin*>::get_t2n_cache().clear();
+    Tcl_DecrRefCount(h);
+    Tcl_DecrRefCount(h);
 }

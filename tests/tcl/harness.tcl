@@ -33,6 +33,24 @@ proc reference_board {} {
     return [read_board_file [file join $data boards board_files tarnwick 1.2 board.xml]]
 }
 
+# A user repository in a fresh temporary directory holding a copy of the
+# reference board as file version 1.3, so that it sits beside the installed one.
+proc user_repository {} {
+    set data [lindex [split $::env(ZR_DATA_DIRS) :] 0]
+    set repo [file join [expr {[info exists ::env(TMPDIR)] ? $::env(TMPDIR) : "/tmp"}] \
+        zrboard-repo-[pid]-[clock clicks]]
+    file mkdir [file join $repo tarnwick]
+    file copy [file join $data boards board_files tarnwick 1.2] [file join $repo tarnwick 1.3]
+    set path [file join $repo tarnwick 1.3 board.xml]
+    set f [open $path]
+    set text [read $f]
+    close $f
+    set f [open $path w]
+    puts -nonewline $f [string map {<file_version>1.2</file_version> <file_version>1.3</file_version>} $text]
+    close $f
+    return $repo
+}
+
 proc finish {} {
     global failures
     if {$failures} {
