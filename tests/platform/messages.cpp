@@ -36,7 +36,7 @@ private:
 
 TEST(MessageCatalogue, EveryIdHasATextWithItsArgumentsInOrder) {
     std::vector<std::string> ids = ComMsgMgr::catalogueIds();
-    ASSERT_EQ(ids.size(), 76u);
+    ASSERT_EQ(ids.size(), 78u);
     EXPECT_EQ(ids.front(), "49-4");
     EXPECT_EQ(ids.back(), "17-3635");
     std::set<std::string> seen;
