@@ -92,6 +92,17 @@ TEST_F(GuardedReads, BombInBoardFileFailsFastOnEveryPath) {
     }
 }
 
+TEST_F(GuardedReads, DeepNestingIsRefusedByTheTreeAndTheValidatingRead) {
+    std::string deep = nested(HXMLWLimits::kMaxDepth + 1);
+    deep.replace(deep.find("<e>"), 3, "<board schema_version=\"2.1\">");
+    deep.replace(deep.rfind("</e>"), 4, "</board>");
+    const std::string file = write("d/board.xml", deep);
+    EXPECT_FALSE(parse(file).ok);
+    setParam("board.validateXML", "true");
+    EXPECT_FALSE(parse(file).ok);
+    EXPECT_EQ(argsOf("49-901"), (Args{{file, HXMLWLimits::kDepthBound}, {file, HXMLWLimits::kDepthBound}}));
+}
+
 TEST_F(GuardedReads, SchemaOneSideFileWithNestedEntitiesEndsAtTheCountBound) {
     // Short entities, deeply nested: many expansions of little text.
     const std::string file = write("p/preset.xml", entityBomb("ip_presets", 1, 4, 9));
