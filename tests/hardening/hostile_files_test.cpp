@@ -8,6 +8,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <boost/iostreams/device/file.hpp>
+#include <boost/iostreams/filter/gzip.hpp>
+#include <boost/iostreams/filtering_stream.hpp>
+
 #include "../parsers/parser_fixture.h"
 #include "HBMBoard.h"
 #include "HBOParser.h"
@@ -80,6 +84,25 @@ TEST_F(HostileFiles, SideFilesThatAreNoRegularFilesAreSkipped) {
     // The tree reader on its own never blocks either.
     EXPECT_EQ(HXMLWInterface::readFromFile(pins), nullptr);
     EXPECT_NE(HXMLWInterface::lastError().find("named pipe"), std::string::npos) << HXMLWInterface::lastError();
+}
+
+TEST_F(HostileFiles, PackedFileThatUnpacksPastTheBoundIsRefused) {
+    const std::string file = dir() + "/z/board.xml";
+    boost::filesystem::create_directories(dir() + "/z");
+    {
+        namespace io = boost::iostreams;
+        io::filtering_ostream out;
+        out.push(io::gzip_compressor());
+        out.push(io::file_sink(file, std::ios::binary));
+        out << "<board>";
+        const std::string block(1 << 20, ' ');
+        for (std::size_t i = 0; i <= HUTFileUtils::kMaxInputBytes >> 20; ++i)
+            out << block;
+    }
+    ASSERT_LT(boost::filesystem::file_size(file), 1u << 20);
+    EXPECT_FALSE(HBOParser().parseFile(file, freshBoard()));
+    ASSERT_EQ(refused(), Strings{file});
+    EXPECT_EQ(argsOf("49-900")[0][1].compare(0, 9, "unpacked,"), 0) << argsOf("49-900")[0][1];
 }
 
 TEST(InputFiles, ReadInputReadsRegularFilesWhole) {
