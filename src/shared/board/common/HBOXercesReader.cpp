@@ -2,8 +2,6 @@
 
 #include <set>
 
-#include <sys/stat.h>
-
 #include <xercesc/framework/LocalFileInputSource.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
@@ -18,6 +16,7 @@
 #include <xercesc/validators/common/Grammar.hpp>
 
 #include "HBOXmlFileLoader.h"
+#include "HUTFile.h"
 #include "HXMLWInterface.h"
 #include "xp_format.h"
 
@@ -165,30 +164,27 @@ void HBOXercesReader::setValidation(bool on) {
 
 void HBOXercesReader::parse(const std::string& file) {
     HBOXmlFileLoader::admit(file);
-    const bool packed = isl::iostreams::xp::is_xp_format(file);
+    // The document is read here, not by the parser: what was checked is what
+    // is parsed, and a packed file is parsed as the text it holds.
     std::string text;
-    if (packed)
+    if (isl::iostreams::xp::is_xp_format(file)) {
         text = HBOXmlFileLoader::readPackedText(file);
-    struct stat st;
-    const std::size_t inputBytes = packed ? text.size() : (::stat(file.c_str(), &st) == 0 ? st.st_size : 0);
-    BoundGuard guard(inputBytes);
+    } else {
+        std::string why;
+        if (!HUTFileUtils::readInput(file, text, why))
+            HBOXmlFileLoader::refuseFile(file, why);
+    }
+    BoundGuard guard(text.size());
     ExpansionCountWatch errors(m_errors);
     m_reader->setContentHandler(&guard);
     m_reader->setErrorHandler(&errors);
     XMLCh* systemId = XMLString::transcode(file.c_str());
+    const char* broken = nullptr;
     try {
-        if (packed) {
-            // A packed file is parsed as the text it holds, as the tree reader sees it.
-            MemBufInputSource source(reinterpret_cast<const XMLByte*>(text.data()), text.size(), systemId);
-            m_reader->parse(source);
-        } else {
-            m_reader->parse(systemId);
-        }
+        MemBufInputSource source(reinterpret_cast<const XMLByte*>(text.data()), text.size(), systemId);
+        m_reader->parse(source);
     } catch (const BoundBroken& b) {
-        XMLString::release(&systemId);
-        m_reader->setContentHandler(nullptr);
-        m_reader->setErrorHandler(nullptr);
-        HBOXmlFileLoader::refuseBound(file, b.bound);
+        broken = b.bound;
     } catch (...) {
         XMLString::release(&systemId);
         m_reader->setContentHandler(nullptr);
@@ -198,6 +194,8 @@ void HBOXercesReader::parse(const std::string& file) {
     XMLString::release(&systemId);
     m_reader->setContentHandler(nullptr);
     m_reader->setErrorHandler(nullptr);
+    if (broken)
+        HBOXmlFileLoader::refuseBound(file, broken);
 }
 
 unsigned HBOXercesReader::grammarLoads() {

@@ -30,11 +30,15 @@ Handover::~Handover() {
     t_handed.root.reset();
 }
 
+void refuseFile(const std::string& file, const std::string& why) {
+    throw HEXError(ComMsgMgrInstance::createInstance::eval(2, __FILE__, __LINE__, "board",
+                                                           ComMsgMgr::MSG_CRITICAL_WARNING, "@49-900@%s%s", file, why));
+}
+
 void admit(const std::string& file) {
     const std::string why = HUTFileUtils::inputRefusal(file);
     if (!why.empty())
-        throw HEXError(ComMsgMgrInstance::createInstance::eval(
-            2, __FILE__, __LINE__, "board", ComMsgMgr::MSG_CRITICAL_WARNING, "@49-900@%s%s", file, why));
+        refuseFile(file, why);
 }
 
 bool admitted(const std::string& file) {
@@ -71,10 +75,8 @@ std::string readPackedText(const std::string& file) {
         text.append(chunk, static_cast<std::size_t>(in.gcount()));
         // A small packed file may unpack to any size: the bound holds for the text.
         if (text.size() > HUTFileUtils::kMaxInputBytes)
-            throw HEXError(ComMsgMgrInstance::createInstance::eval(
-                2, __FILE__, __LINE__, "board", ComMsgMgr::MSG_CRITICAL_WARNING, "@49-900@%s%s", file,
-                "unpacked, it has more than the " + std::to_string(HUTFileUtils::kMaxInputBytes) +
-                    " bytes an input file may have"));
+            refuseFile(file, "unpacked, it has more than the " + std::to_string(HUTFileUtils::kMaxInputBytes) +
+                                 " bytes an input file may have");
     }
     if (!text.empty() && text.back() != '\n')
         text += '\n';

@@ -33,6 +33,9 @@ std::shared_ptr<HXMLWElement> loadRoot(const std::string& file);
 // stream, and "@49-900@%s%s" when the unpacked text passes the size bound.
 std::string readPackedText(const std::string& file);
 
+// Throws HEXError "@49-900@%s%s" (file, why) for a file that may not be read.
+[[noreturn]] void refuseFile(const std::string& file, const std::string& why);
+
 // Throws HEXError "@49-901@%s%s" for a parse of `file` stopped by `bound`.
 [[noreturn]] void refuseBound(const std::string& file, const std::string& bound);
 // While it lives, the next loadRoot of `file` on this thread takes `root`
