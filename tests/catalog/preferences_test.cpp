@@ -1,4 +1,6 @@
 // Interface preferences of the installation and how boards receive them.
+#include <sys/stat.h>
+
 #include "HBOBusIf.h"
 #include "HBOBusIfPreference.h"
 #include "catalog_fixture.h"
@@ -85,4 +87,12 @@ TEST_F(CatalogPreferences, NoFileOrABrokenOneLeavesBoardsAlone) {
     write("d1/boards/board_interface_preferences.xml", "<prefs><INTF_VLNV value=");
     useDataDirs({"d1"});
     EXPECT_EQ(group("led"), "-");
+    // A named pipe in its place is refused unopened; the catalogue goes on.
+    dropCatalogue();
+    const std::string pipe = path("d1/boards/board_interface_preferences.xml");
+    boost::filesystem::remove(pipe);
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    useDataDirs({"d1"});
+    EXPECT_EQ(group("led"), "-");
+    EXPECT_EQ(count("49-900"), 1);
 }

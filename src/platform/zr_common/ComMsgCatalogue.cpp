@@ -95,6 +95,8 @@ const CatalogueEntry kCatalogue[] = {
      "The project uses a user repository copy of board '%s', which the installation carries as well."},
     {"49-152", "%s%s", "The part '%s' could not be set on board '%s'."},
     {"49-153", "%s%s", "Clock interface '%s' in board file '%s' has no 'frequency' parameter."},
+    {"49-900", "%s%s", "The file '%s' was not read: %s."},
+    {"49-901", "%s%s", "The XML file '%s' was refused: it breaks the bound on the %s."},
     {"17-2515", "%s", "Could not create the Python object for the native type '%s'."},
     {"17-2518", "", "The Python argument has no 'nativeObjPtr' attribute."},
     {"17-2519", "", "Wrong number of arguments for the container operation."},

@@ -4,8 +4,8 @@
 //
 // The parser runs without network access and never reads a file other than the
 // one it was given: external entities expand to nothing and no external DTD is
-// loaded. Its built-in limits on entity expansion and nesting depth stay on, so
-// that a hostile document is refused rather than expanded.
+// loaded. Besides the parser's built-in limits, the bounds of HXMLWLimits on
+// depth, entity expansions and expanded text stop a hostile document early.
 #include "HXMLWInterface.h"
 
 #include <cstdint>
@@ -15,12 +15,13 @@
 #include <mutex>
 #include <new>
 
-#include <boost/filesystem/operations.hpp>
 #include <libxml/SAX2.h>
 #include <libxml/parser.h>
 #include <libxml/parserInternals.h>
 #include <libxml/tree.h>
 #include <libxml/xmlerror.h>
+
+#include "HUTFile.h"
 
 HXMLWElement::~HXMLWElement() = default;
 
@@ -128,11 +129,16 @@ public:
 // Thread-local so that readers on different threads neither share a parser nor
 // see each other's failures.
 thread_local std::string t_lastError;
+thread_local std::string t_lastBound;
 
 class TreeBuilder {
 public:
     // Starts a document; the scratch buffers keep their capacity across documents.
-    void reset() {
+    void reset(std::size_t inputBytes) {
+        m_maxExpanded = HXMLWLimits::maxExpandedBytes(inputBytes);
+        m_expanded = 0;
+        m_expansions = 0;
+        m_bound = nullptr;
         m_root.reset(new RootElement);
         m_rootStarted = false;
         m_frames.clear();
@@ -143,9 +149,30 @@ public:
     RootElement* takeRoot() { return m_rootStarted && m_frames.empty() ? m_root.release() : nullptr; }
     void dropRoot() { m_root.reset(); }
     const std::string& error() const { return m_error; }
+    const char* bound() const { return m_bound; }
+    bool stopped() const { return m_bound != nullptr; }
+
+    // Counts one entity reference; false once the count is past its bound.
+    bool countExpansion(void* ctx) {
+        if (++m_expansions > HXMLWLimits::kMaxEntityExpansions)
+            breakBound(ctx, HXMLWLimits::kExpansionCountBound);
+        return !stopped();
+    }
+
+    void setMainContext(xmlParserCtxtPtr ctxt) { m_ctxt = ctxt; }
 
     void startElement(const xmlChar* localname, const xmlChar* prefix, int nbNamespaces, const xmlChar** namespaces,
-                      int nbAttributes, const xmlChar** attributes) {
+                      int nbAttributes, const xmlChar** attributes, void* ctx) {
+        if (stopped())
+            return;
+        if (static_cast<int>(m_frames.size()) >= HXMLWLimits::kMaxDepth) {
+            breakBound(ctx, HXMLWLimits::kDepthBound);
+            return;
+        }
+        for (int i = 0; i < nbAttributes; ++i)
+            m_expanded += static_cast<std::size_t>(attributes[5 * i + 4] - attributes[5 * i + 3]);
+        if (!withinExpansion(ctx))
+            return;
         Arena& arena = m_root->arena;
         Element* e;
         if (!m_rootStarted) {
@@ -182,7 +209,7 @@ public:
     }
 
     void endElement() {
-        if (m_frames.empty())
+        if (m_frames.empty() || stopped())
             return;
         Arena& arena = m_root->arena;
         Frame f = m_frames.back();
@@ -203,8 +230,11 @@ public:
             m_pending.push_back(f.element);
     }
 
-    void characters(const xmlChar* chars, int length) {
-        if (m_frames.empty())
+    void characters(const xmlChar* chars, int length, void* ctx) {
+        if (m_frames.empty() || stopped())
+            return;
+        m_expanded += static_cast<std::size_t>(length);
+        if (!withinExpansion(ctx))
             return;
         m_frames.back().hasText = true;
         m_texts[m_frames.size() - 1].append(reinterpret_cast<const char*>(chars), static_cast<std::size_t>(length));
@@ -214,6 +244,11 @@ public:
     void fault(const xmlError* e) {
         if (!e || e->level < XML_ERR_FATAL || !m_error.empty())
             return;
+        // The parser's own guards name the bound that they keep, too.
+        if (e->code == XML_ERR_ENTITY_LOOP)
+            m_bound = HXMLWLimits::kExpansionSizeBound;
+        else if (e->message && std::strstr(e->message, "Excessive depth"))
+            m_bound = HXMLWLimits::kDepthBound;
         m_error = e->message ? e->message : "malformed document";
         while (!m_error.empty() && (m_error.back() == '\n' || m_error.back() == ' '))
             m_error.pop_back();
@@ -221,6 +256,25 @@ public:
     }
 
 private:
+    bool withinExpansion(void* ctx) {
+        if (m_expanded > m_maxExpanded)
+            breakBound(ctx, HXMLWLimits::kExpansionSizeBound);
+        return !stopped();
+    }
+
+    // Stops the parse in the context at hand (an entity's nested one, maybe)
+    // and in the document's own, and keeps the bound as the parse's error.
+    void breakBound(void* ctx, const char* bound) {
+        if (m_bound)
+            return;
+        m_bound = bound;
+        m_error = std::string("the document exceeds the bound on ") + bound;
+        if (ctx)
+            xmlStopParser(static_cast<xmlParserCtxtPtr>(ctx));
+        if (m_ctxt && m_ctxt != ctx)
+            xmlStopParser(m_ctxt);
+    }
+
     struct Frame {
         Element* element;
         std::size_t firstChild;
@@ -251,6 +305,11 @@ private:
     std::vector<HXMLWElement*> m_pending;
     std::vector<std::string> m_texts;
     std::string m_error;
+    xmlParserCtxtPtr m_ctxt = nullptr;
+    std::size_t m_maxExpanded = 0;
+    std::size_t m_expanded = 0;
+    unsigned m_expansions = 0;
+    const char* m_bound = nullptr;
 };
 
 // The builder of the parse under way on this thread. The parser's callbacks
@@ -269,12 +328,23 @@ struct BuilderScope {
 
 void onStartElement(void* ctx, const xmlChar* localname, const xmlChar* prefix, const xmlChar*, int nbNamespaces,
                     const xmlChar** namespaces, int nbAttributes, int, const xmlChar** attributes) {
-    builderOf(ctx)->startElement(localname, prefix, nbNamespaces, namespaces, nbAttributes, attributes);
+    builderOf(ctx)->startElement(localname, prefix, nbNamespaces, namespaces, nbAttributes, attributes, ctx);
 }
 
 void onEndElement(void* ctx, const xmlChar*, const xmlChar*, const xmlChar*) { builderOf(ctx)->endElement(); }
 
-void onCharacters(void* ctx, const xmlChar* chars, int length) { builderOf(ctx)->characters(chars, length); }
+void onCharacters(void* ctx, const xmlChar* chars, int length) { builderOf(ctx)->characters(chars, length, ctx); }
+
+// Every entity reference looks its entity up here, in content and in attribute
+// values alike, so this is where references are counted; the look-ups that
+// check a declaration's value expand nothing and are not counted.
+xmlEntityPtr onGetEntity(void* ctx, const xmlChar* name) {
+    const xmlParserInputState state = static_cast<xmlParserCtxtPtr>(ctx)->instate;
+    const bool declaring = state == XML_PARSER_ENTITY_VALUE || state == XML_PARSER_ENTITY_DECL || state == XML_PARSER_DTD;
+    if (!declaring && !builderOf(ctx)->countExpansion(ctx))
+        return nullptr;
+    return xmlSAX2GetEntity(ctx, name);
+}
 
 void onError(void* ctx, xmlErrorPtr error) { builderOf(ctx)->fault(error); }
 
@@ -326,6 +396,7 @@ struct ParserState {
         sax->ignorableWhitespace = onCharacters;
         sax->externalSubset = onExternalSubset;
         sax->resolveEntity = onResolveEntity;
+        sax->getEntity = onGetEntity;
         sax->serror = onError;
         sax->error = nullptr;
         sax->warning = nullptr;
@@ -394,6 +465,7 @@ std::string byteOrderMarkConflict(const char* data, std::size_t size) {
 }
 
 std::shared_ptr<HXMLWElement> parse(const char* data, std::size_t size, const char* url) {
+    t_lastBound.clear();
     t_lastError = byteOrderMarkConflict(data, size);
     if (!t_lastError.empty())
         return nullptr;
@@ -404,7 +476,8 @@ std::shared_ptr<HXMLWElement> parse(const char* data, std::size_t size, const ch
     try {
         thread_local ParserState state;
         TreeBuilder& builder = state.builder;
-        builder.reset();
+        builder.reset(size);
+        builder.setMainContext(state.ctxt);
         BuilderScope scope(&builder);
         // The parse's own document holds the internal subset alone: the
         // elements go to the builder, not into it.
@@ -414,7 +487,14 @@ std::shared_ptr<HXMLWElement> parse(const char* data, std::size_t size, const ch
             xmlFreeDoc(doc);
         state.ctxt->myDoc = nullptr;
         RootElement* root = wellFormed ? builder.takeRoot() : nullptr;
-        if (!wellFormed) {
+        if (builder.stopped()) {
+            t_lastError = builder.error();
+            t_lastBound = builder.bound();
+            if (root) {
+                delete root;
+                root = nullptr;
+            }
+        } else if (!wellFormed) {
             t_lastError = builder.error();
             const xmlError* last = xmlCtxtGetLastError(state.ctxt);
             if (t_lastError.empty() && last && last->message)
@@ -441,32 +521,12 @@ std::shared_ptr<HXMLWElement> HXMLWInterface::readFromFile(const std::string& pa
     // One buffer per thread, kept from file to file: a large board file then
     // costs no fresh memory from the system at each read.
     thread_local std::string text;
-    text.clear();
+    t_lastBound.clear();
+    std::string why;
     try {
-        boost::system::error_code ec;
-        if (boost::filesystem::is_directory(path, ec)) {
-            t_lastError = "'" + path + "' is a directory";
-            return nullptr;
-        }
-        std::ifstream in(path, std::ios::binary);
-        if (!in) {
-            t_lastError = "cannot open '" + path + "'";
-            return nullptr;
-        }
-        // One read of the whole file where its size is known; streams of unknown size byte by byte.
-        in.seekg(0, std::ios::end);
-        std::streamoff size = in.tellg();
-        in.seekg(0, std::ios::beg);
-        if (size > 0 && in) {
-            text.resize(static_cast<std::size_t>(size));
-            in.read(&text[0], size);
-            text.resize(static_cast<std::size_t>(in.gcount()));
-        } else {
-            in.clear();
-            text.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-        }
-        if (in.bad()) {
-            t_lastError = "cannot read '" + path + "'";
+        if (!HUTFileUtils::readInput(path, text, why)) {
+            t_lastError = "'" + path + "' was not read: " + why;
+            t_lastBound = "input file";
             return nullptr;
         }
     } catch (const std::exception& e) {
@@ -481,6 +541,7 @@ std::shared_ptr<HXMLWElement> HXMLWInterface::readFromFile(const std::string& pa
 }
 
 std::shared_ptr<HXMLWElement> HXMLWInterface::readFromBuffer(const std::string& text) {
+    t_lastBound.clear();
     if (text.empty()) {
         t_lastError = "empty document";
         return nullptr;
@@ -489,3 +550,5 @@ std::shared_ptr<HXMLWElement> HXMLWInterface::readFromBuffer(const std::string& 
 }
 
 const std::string& HXMLWInterface::lastError() { return t_lastError; }
+
+const std::string& HXMLWInterface::lastBound() { return t_lastBound; }

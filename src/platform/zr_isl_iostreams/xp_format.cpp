@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include <sys/stat.h>
+
 #include <boost/iostreams/device/file.hpp>
 #include <boost/iostreams/filter/gzip.hpp>
 
@@ -11,6 +13,10 @@ namespace xp {
 
 // Asked of every board file read: two bytes, without a stream's buffer.
 bool is_xp_format(const std::string& path) {
+    // Only a regular file is opened: a named pipe would block here.
+    struct stat st;
+    if (::stat(path.c_str(), &st) != 0 || !S_ISREG(st.st_mode))
+        return false;
     std::FILE* f = std::fopen(path.c_str(), "rb");
     if (!f)
         return false;

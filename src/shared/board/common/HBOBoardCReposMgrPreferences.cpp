@@ -11,6 +11,7 @@
 #include "HBOBusIfPreference.h"
 #include "HBOCase.h"
 #include "HUTEnv.h"
+#include "HBOXmlFileLoader.h"
 #include "HXMLWInterface.h"
 
 namespace {
@@ -34,7 +35,7 @@ bool HBOBoardCReposMgr::readInterfacePreferences() {
                 break;
             }
         }
-        if (path.empty())
+        if (path.empty() || !HBOXmlFileLoader::admitted(path))
             return false;
         std::shared_ptr<HXMLWElement> root = HXMLWInterface::readFromFile(path);
         if (!root)

@@ -10,6 +10,7 @@
 #include "ComMsgMgr.h"
 #include "HBOModelPort.h"
 #include "HBOPinProps.h"
+#include "HBOXmlFileLoader.h"
 #include "HXMLWInterface.h"
 
 bool HBOBoardComponent::addPin(HBOPinProps* pin) {
@@ -92,7 +93,7 @@ int HBOBoardComponent::populateConstraintsData(const std::string& /*path*/) {
     // The file is the component's own; the argument is kept for the callers' sake only.
     const std::string file = m_constraintsFile;
     boost::system::error_code ec;
-    if (file.empty() || !boost::filesystem::exists(file, ec))
+    if (file.empty() || !boost::filesystem::exists(file, ec) || !HBOXmlFileLoader::admitted(file))
         return 0;
     try {
         std::shared_ptr<HXMLWElement> root = HXMLWInterface::readFromFile(file);

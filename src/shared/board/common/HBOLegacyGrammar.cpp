@@ -3,34 +3,20 @@
 #include <memory>
 
 #include <boost/filesystem.hpp>
-#include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/sax2/DefaultHandler.hpp>
-#include <xercesc/sax2/SAX2XMLReader.hpp>
-#include <xercesc/sax2/XMLReaderFactory.hpp>
-#include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLException.hpp>
 #include <xercesc/util/XMLString.hpp>
-#include <xercesc/util/XMLUni.hpp>
-#include <xercesc/validators/common/Grammar.hpp>
 
 #include "ComMsgMgr.h"
 #include "HEXAll.h"
-#include "HBOXmlFileLoader.h"
+#include "HBOResolver.h"
+#include "HBOXercesReader.h"
 #include "HUTEnv.h"
-#include "xp_format.h"
 
 using namespace xercesc;
 
 namespace {
-
-void ensureXercesReady() {
-    static const bool ready = [] {
-        XMLPlatformUtils::Initialize();
-        return true;
-    }();
-    (void)ready;
-}
 
 std::string toUtf8(const XMLCh* text) {
     if (!text)
@@ -40,12 +26,6 @@ std::string toUtf8(const XMLCh* text) {
     XMLString::release(&s);
     return out;
 }
-
-struct XStr {
-    explicit XStr(const std::string& s) : text(XMLString::transcode(s.c_str())) {}
-    ~XStr() { XMLString::release(&text); }
-    XMLCh* text;
-};
 
 [[noreturn]] void raise(const char* format, const std::string& a) {
     throw HEXError(
@@ -62,37 +42,25 @@ struct XStr {
 namespace HBOLegacyGrammar {
 
 void preParse(const std::string& path, const char* dtdName) {
-    ensureXercesReady();
-    std::unique_ptr<SAX2XMLReader> reader(XMLReaderFactory::createXMLReader());
     DefaultHandler handler;
     try {
-        bool loaded = false;
+        HBOXercesReader reader;
+        std::string grammar;
         for (const std::string& dir : HUTEnv::getQDEDataDirList()) {
             std::string dtd = dir + "/boards/board_schemas/1.0/" + dtdName;
             boost::system::error_code ec;
             if (!boost::filesystem::exists(dtd, ec))
                 continue;
-            XStr dtdPath(dtd);
-            reader->loadGrammar(dtdPath.text, Grammar::DTDGrammarType, true);
-            loaded = true;
+            if (reader.useGrammar(dtd))
+                grammar = dtd;
             break;
         }
-        // Without a grammar of our own, a DOCTYPE naming a file that is not
-        // there must not end the read.
-        if (!loaded)
-            reader->setFeature(XMLUni::fgXercesLoadExternalDTD, false);
-        reader->setFeature(XMLUni::fgXercesUseCachedGrammarInParse, true);
-        reader->setContentHandler(&handler);
-        reader->setErrorHandler(&handler);
-        XStr docPath(path);
-        if (isl::iostreams::xp::is_xp_format(path)) {
-            // A packed file is parsed as the text it holds, as the tree reader sees it.
-            const std::string text = HBOXmlFileLoader::readPackedText(path);
-            MemBufInputSource source(reinterpret_cast<const XMLByte*>(text.data()), text.size(), docPath.text);
-            reader->parse(source);
-        } else {
-            reader->parse(docPath.text);
-        }
+        // Whatever the DOCTYPE names, only our grammar is read, or nothing:
+        // without one, a DOCTYPE naming a file that is not there must not end the read.
+        HBOResolver resolver(grammar);
+        reader.setValidation(false);
+        reader.setHandlers(&resolver, &handler);
+        reader.parse(path);
     } catch (const SAXParseException& e) {
         raise("@49-115@%s%s", toUtf8(e.getMessage()), path);
     } catch (const XMLException& e) {

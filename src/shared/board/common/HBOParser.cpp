@@ -10,6 +10,7 @@
 #include "HBOBoardUtils.h"
 #include "HBOPartParser.h"
 #include "HBOXmlFileLoader.h"
+#include "HEXAll.h"
 #include "HXMLWElement.h"
 
 HBOParser::HBOParser() = default;
@@ -30,6 +31,13 @@ bool HBOParser::parseFile(const std::string& path, HBOBoard* board) {
     } catch (const std::string& text) {
         ComMsgMgr::sendMsg::eval(2, __FILE__, __LINE__, "board", ComMsgMgr::MSG_CRITICAL_WARNING, "@49-4@%s%s", path,
                                  text.empty() ? std::string() : ", " + text);
+    } catch (const HEXError& e) {
+        // A refused file says why; any other error keeps the general message.
+        if (HBOXmlFileLoader::isRefusal(e))
+            e.print();
+        else
+            ComMsgMgr::sendMsg::eval(1, __FILE__, __LINE__, "board", ComMsgMgr::MSG_CRITICAL_WARNING, "@49-59@%s",
+                                     path);
     } catch (...) {
         ComMsgMgr::sendMsg::eval(1, __FILE__, __LINE__, "board", ComMsgMgr::MSG_CRITICAL_WARNING, "@49-59@%s", path);
     }

@@ -73,6 +73,10 @@ bool HBOPartParser::parseFile(const std::string& path, HBOBoard* board) {
         returned = true;
     } catch (const std::string& text) {
         detail = text;
+    } catch (const HEXError& e) {
+        // A refused file says why; other errors with an id of their own stay here.
+        if (HBOXmlFileLoader::isRefusal(e))
+            e.print();
     } catch (...) {
         // An error raised with an id of its own goes no further than here:
         // the caller sees the general failure with empty detail.

@@ -6,6 +6,7 @@
 
 #include "ComMsgMgr.h"
 #include "HEXAll.h"
+#include "HUTFile.h"
 #include "HXMLWInterface.h"
 #include "xp_format.h"
 
@@ -29,17 +30,56 @@ Handover::~Handover() {
     t_handed.root.reset();
 }
 
+void refuseFile(const std::string& file, const std::string& why) {
+    throw HEXError(ComMsgMgrInstance::createInstance::eval(2, __FILE__, __LINE__, "board",
+                                                           ComMsgMgr::MSG_CRITICAL_WARNING, "@49-900@%s%s", file, why));
+}
+
+void admit(const std::string& file) {
+    const std::string why = HUTFileUtils::inputRefusal(file);
+    if (!why.empty())
+        refuseFile(file, why);
+}
+
+bool admitted(const std::string& file) {
+    try {
+        admit(file);
+        return true;
+    } catch (const HEXError& e) {
+        e.print();
+        return false;
+    }
+}
+
+bool isRefusal(const HEXError& e) {
+    const std::string id = e.getMsg().getId();
+    return id == "49-900" || id == "49-901";
+}
+
+void refuseBound(const std::string& file, const std::string& bound) {
+    throw HEXError(ComMsgMgrInstance::createInstance::eval(2, __FILE__, __LINE__, "board",
+                                                           ComMsgMgr::MSG_CRITICAL_WARNING, "@49-901@%s%s", file,
+                                                           bound));
+}
+
 std::string readPackedText(const std::string& file) {
+    admit(file);
     boost::iostreams::filtering_stream<boost::iostreams::input> in;
     isl::iostreams::xp_autodetect()(file, in);
     if (in.fail() || in.bad())
         throw HEXError(ComMsgMgrInstance::createInstance::eval(1, __FILE__, __LINE__, "board", ComMsgMgr::MSG_ERROR,
                                                                "@49-110@%s", file));
-    std::string text, line;
-    while (std::getline(in, line)) {
-        text += line;
-        text += '\n';
+    std::string text;
+    char chunk[64 * 1024];
+    while (in.read(chunk, sizeof chunk) || in.gcount() > 0) {
+        text.append(chunk, static_cast<std::size_t>(in.gcount()));
+        // A small packed file may unpack to any size: the bound holds for the text.
+        if (text.size() > HUTFileUtils::kMaxInputBytes)
+            refuseFile(file, "unpacked, it has more than the " + std::to_string(HUTFileUtils::kMaxInputBytes) +
+                                 " bytes an input file may have");
     }
+    if (!text.empty() && text.back() != '\n')
+        text += '\n';
     return text;
 }
 
@@ -48,10 +88,14 @@ std::shared_ptr<HXMLWElement> loadRoot(const std::string& file) {
     if (t_handed.root && t_handed.file == file) {
         root = std::move(t_handed.root);
         t_handed.file.clear();
-    } else if (!isl::iostreams::xp::is_xp_format(file)) {
-        root = HXMLWInterface::readFromFile(file);
     } else {
-        root = HXMLWInterface::readFromBuffer(readPackedText(file));
+        admit(file);
+        if (!isl::iostreams::xp::is_xp_format(file))
+            root = HXMLWInterface::readFromFile(file);
+        else
+            root = HXMLWInterface::readFromBuffer(readPackedText(file));
+        if (!root && !HXMLWInterface::lastBound().empty())
+            refuseBound(file, HXMLWInterface::lastBound());
     }
     if (!root)
         throw HEXError(ComMsgMgrInstance::createInstance::eval(1, __FILE__, __LINE__, "board", ComMsgMgr::MSG_ERROR,

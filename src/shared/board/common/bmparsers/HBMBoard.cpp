@@ -19,6 +19,8 @@ std::string inDir(const std::string& dir, const std::string& name) {
 }
 
 std::shared_ptr<HXMLWElement> readDocument(const std::string& path) {
+    if (!HBOXmlFileLoader::admitted(path))
+        return nullptr;
     if (!isl::iostreams::xp::is_xp_format(path))
         return HXMLWInterface::readFromFile(path);
     return HXMLWInterface::readFromBuffer(HBOXmlFileLoader::readPackedText(path));

@@ -8,19 +8,16 @@
 #include <memory>
 
 #include <boost/filesystem.hpp>
-#include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/sax/SAXException.hpp>
-#include <xercesc/sax2/SAX2XMLReader.hpp>
-#include <xercesc/sax2/XMLReaderFactory.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLException.hpp>
 #include <xercesc/util/XMLString.hpp>
-#include <xercesc/validators/common/Grammar.hpp>
 
 #include "ComMsgMgr.h"
 #include "HBOBoard.h"
 #include "HBOBoardUtils.h"
 #include "HBOResolver.h"
+#include "HBOXercesReader.h"
 #include "HBOSAX2Handler.h"
 #include "HBOXmlFileLoader.h"
 #include "HEXAll.h"
@@ -223,8 +220,7 @@ bool HBOBoardParser::validateXml(const std::string& file, const std::string& gra
         // The handler and the resolver outlive the reader that points at them.
         HBOSAX2Handler handler(file, lineShift);
         std::unique_ptr<HBOResolver> resolver;
-        std::unique_ptr<xercesc::SAX2XMLReader> reader(xercesc::XMLReaderFactory::createXMLReader());
-        reader->setFeature(xercesc::XMLUni::fgXercesCacheGrammarFromParse, true);
+        HBOXercesReader reader;
 
         std::string dtdPath;
         bool found = false;
@@ -232,47 +228,31 @@ bool HBOBoardParser::validateXml(const std::string& file, const std::string& gra
             std::string candidate = dtdDirectory + sep + grammar + ".dtd";
             if (pathExists(candidate)) {
                 dtdPath = candidate;
-                found = reader->loadGrammar(candidate.c_str(), xercesc::Grammar::DTDGrammarType, true) != nullptr;
+                found = reader.useGrammar(candidate);
             }
         }
         if (!found) {
             for (const std::string& dir : HUTEnv::getQDEDataDirList()) {
                 dtdPath = dir + sep + "boards" + sep + "board_schemas" + sep + "current" + sep + grammar + ".dtd";
-                if (pathExists(dtdPath) &&
-                    reader->loadGrammar(dtdPath.c_str(), xercesc::Grammar::DTDGrammarType, true) != nullptr)
+                if (pathExists(dtdPath) && reader.useGrammar(dtdPath))
                     break;
             }
         }
 
-        reader->setFeature(xercesc::XMLUni::fgXercesUseCachedGrammarInParse, true);
-        reader->setFeature(xercesc::XMLUni::fgSAX2CoreValidation, true);
-        reader->setFeature(xercesc::XMLUni::fgXercesDynamic, false);
-        reader->setContentHandler(&handler);
-        reader->setErrorHandler(&handler);
-
+        reader.setValidation(true);
         if (!dtdPath.empty()) {
             ComMsgMgr::sendMsg::eval(2, __FILE__, __LINE__, "board", ComMsgMgr::MSG_INFO, "@49-113@%s%s", file,
                                      dtdPath);
-            resolver.reset(new HBOResolver(dtdPath));
-            reader->setEntityResolver(resolver.get());
         } else {
             ComMsgMgr::sendMsg::eval(1, __FILE__, __LINE__, "board", ComMsgMgr::MSG_INFO, "@49-114@%s", file);
         }
-
+        resolver.reset(new HBOResolver(dtdPath));
+        reader.setHandlers(resolver.get(), &handler);
         // A packed document is checked in its unpacked form, so that packed
         // and plain files validate alike and report the same lines.
-        if (isl::iostreams::xp::is_xp_format(document)) {
-            const std::string text = HBOXmlFileLoader::readPackedText(document);
-            XMLCh* systemId = xercesc::XMLString::transcode(document.c_str());
-            xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(text.data()), text.size(),
-                                              systemId);
-            xercesc::XMLString::release(&systemId);
-            reader->parse(source);
-        } else {
-            reader->parse(document.c_str());
-        }
+        reader.parse(document);
 
-        if (!resolver || !resolver->wasAsked()) {
+        if (dtdPath.empty() || !resolver->wasAsked()) {
             ComMsgMgr::sendMsg::eval(1, __FILE__, __LINE__, "board", ComMsgMgr::MSG_WARNING, "@49-117@%s", file);
             xmlValidated = false;
             result = true;

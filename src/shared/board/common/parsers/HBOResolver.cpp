@@ -1,6 +1,7 @@
 #include "HBOResolver.h"
 
 #include <xercesc/framework/LocalFileInputSource.hpp>
+#include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/util/XMLString.hpp>
 
 HBOResolver::HBOResolver(const std::string& path) : m_path(path) {}
@@ -9,6 +10,10 @@ HBOResolver::~HBOResolver() = default;
 
 xercesc::InputSource* HBOResolver::resolveEntity(const XMLCh* const, const XMLCh* const) {
     m_asked = true;
+    if (m_path.empty()) {
+        static const XMLByte nothing[] = {0};
+        return new xercesc::MemBufInputSource(nothing, 0, "");
+    }
     XMLCh* path = nullptr;
     try {
         path = xercesc::XMLString::transcode(m_path.c_str());

@@ -1,6 +1,8 @@
-// Entity resolver of the validating read: whatever the document's DOCTYPE
-// names, the grammar found by the reader is used, and the resolver remembers
-// that it was asked, which is how the reader learns that a DOCTYPE exists.
+// Entity resolver of the grammar-checked reads: whatever the document's DOCTYPE
+// or its external entities name, the grammar found by the reader is used (or
+// empty text when there is none), so no other file and no network is ever
+// read. It remembers that it was asked, which is how the reader learns that a
+// DOCTYPE exists.
 #ifndef HBORESOLVER_H
 #define HBORESOLVER_H
 
@@ -14,7 +16,8 @@ public:
     explicit HBOResolver(const std::string& path);
     ~HBOResolver() override;
 
-    // Ignores both ids; null when the grammar file cannot be opened as a source.
+    // Ignores both ids; empty text without a grammar path, null when the
+    // grammar file cannot be opened as a source.
     xercesc::InputSource* resolveEntity(const XMLCh* const publicId, const XMLCh* const systemId) override;
 
     bool wasAsked() const { return m_asked; }
