@@ -21,6 +21,10 @@
 
 namespace {
 
+// Catches a reader that hangs (the faults took minutes); how fast the bounds
+// stop a read is for the benchmarks, not for a loaded test machine.
+const std::chrono::seconds kHangGuard(30);
+
 class HostileFiles : public ParserFixture {
 protected:
     std::string fifo(const std::string& name) {
@@ -55,7 +59,7 @@ TEST_F(HostileFiles, BoardFileThatIsNoRegularFileIsRefusedByEveryReader) {
     }
     setParam("board.validateXML", "true");
     EXPECT_FALSE(parse(pipe).ok);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, kHangGuard);
     EXPECT_EQ(refused(), (Strings{pipe, pipe, pipe, big, big, big, pipe}));
     const Args args = argsOf("49-900");
     EXPECT_EQ(args[0][1], "it is a named pipe");

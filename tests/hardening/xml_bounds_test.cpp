@@ -20,6 +20,10 @@
 
 namespace {
 
+// Catches a reader that hangs (the faults took minutes); how fast the bounds
+// stop a read is for the benchmarks, not for a loaded test machine.
+const std::chrono::seconds kHangGuard(30);
+
 // Entity a0 holds `leaf` characters; each a<i> refers `fan` times to a<i-1>;
 // the root's text is a<levels>.
 std::string entityBomb(const std::string& root, int leaf, int fan, int levels) {
@@ -59,7 +63,7 @@ TEST(TreeReaderBounds, EachBoundIsKeptAndNamed) {
     const std::string bomb = entityBomb("board", 2000, 10, 11);
     const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(boundOf(bomb), HXMLWLimits::kExpansionSizeBound);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, kHangGuard);
     // Few expansions, each large: only the size bound sees it.
     EXPECT_EQ(boundOf(entityBomb("r", 4000, 32, 2)), HXMLWLimits::kExpansionSizeBound);
     EXPECT_EQ(boundOf(manyReferences(HXMLWLimits::kMaxEntityExpansions + 1)), HXMLWLimits::kExpansionCountBound);
@@ -80,7 +84,7 @@ TEST_F(GuardedReads, BombInBoardFileFailsFastOnEveryPath) {
     setParam("board.validateXML", "true");
     EXPECT_FALSE(parse(file).ok);  // validating read
     EXPECT_THROW(HBOLegacyGrammar::preParse(file, "board_part.dtd"), HEXError);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(3));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, kHangGuard);
     const Args bounds = argsOf("49-901");
     ASSERT_EQ(bounds.size(), 2u);
     for (const Strings& a : bounds)
@@ -114,7 +118,7 @@ TEST_F(GuardedReads, SchemaOneSideFileWithNestedEntitiesEndsAtTheCountBound) {
         EXPECT_EQ(e.getMsg().getId(), "49-901");
         EXPECT_EQ(e.getMsg().getArgs(), (Strings{file, HXMLWLimits::kExpansionCountBound}));
     }
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, kHangGuard);
 }
 
 // A listening socket on a free local port; counts the connections made to it.
