@@ -28,6 +28,7 @@
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
+#include "bare_sax_reader.h"
 #include "ComMsgMgr.h"
 #include "HBOBoard.h"
 #include "HBOBoardCReposMgr.h"
@@ -113,13 +114,7 @@ BENCHMARK(BM_CatalogFirstGetGlobal)->Unit(benchmark::kMillisecond)->Iterations(1
 // board reader's loader uses and nothing done with the events.
 void BM_SaxAllFiles(benchmark::State& state) {
     xercesc::DefaultHandler handler;
-    std::unique_ptr<xercesc::SAX2XMLReader> reader(xercesc::XMLReaderFactory::createXMLReader());
-    reader->setFeature(xercesc::XMLUni::fgSAX2CoreValidation, false);
-    reader->setFeature(xercesc::XMLUni::fgSAX2CoreNameSpaces, false);
-    reader->setFeature(xercesc::XMLUni::fgXercesSchema, false);
-    reader->setFeature(xercesc::XMLUni::fgXercesLoadExternalDTD, false);
-    reader->setContentHandler(&handler);
-    reader->setErrorHandler(&handler);
+    std::unique_ptr<xercesc::SAX2XMLReader> reader = makeBareSaxReader(handler);
     for (auto _ : state) {
         for (const std::string& f : g_inst->files) {
             try {

@@ -30,6 +30,7 @@
 #include <xercesc/util/XMLException.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
+#include "bare_sax_reader.h"
 #include "HBOBoard.h"
 #include "HBOParser.h"
 #include "HXMLWInterface.h"
@@ -88,13 +89,7 @@ BENCHMARK(BM_ReadTrees)->Unit(benchmark::kMillisecond);
 void BM_SaxBaseline(benchmark::State& state) {
     const std::vector<std::string> files = g_board->files();
     xercesc::DefaultHandler handler;
-    std::unique_ptr<xercesc::SAX2XMLReader> reader(xercesc::XMLReaderFactory::createXMLReader());
-    reader->setFeature(xercesc::XMLUni::fgSAX2CoreValidation, false);
-    reader->setFeature(xercesc::XMLUni::fgSAX2CoreNameSpaces, false);
-    reader->setFeature(xercesc::XMLUni::fgXercesSchema, false);
-    reader->setFeature(xercesc::XMLUni::fgXercesLoadExternalDTD, false);
-    reader->setContentHandler(&handler);
-    reader->setErrorHandler(&handler);
+    std::unique_ptr<xercesc::SAX2XMLReader> reader = makeBareSaxReader(handler);
     for (auto _ : state) {
         bool failed = false;
         for (const std::string& f : files) {
