@@ -31,8 +31,7 @@ const std::vector<Command>& commandTable() {
          "the exit status is then 1, as it is for a repository that does not exist.\n",
          runList},
         {"compat", "NAME [--repo DIR]... [--latest] [--json]",
-         "list the daughter-board connectors that fit each connector of a reference board (for a daughter\n"
-         "board: the reference-board connectors that each of its connectors fits)",
+         "list which connectors of other boards fit each connector of a board, fully or partly",
          "  NAME         a board name the catalogue answers to, or the path of a catalogued board\n"
          "  --repo DIR   a user board repository (repeatable)\n"
          "  --latest     only the newest version of each board on the other side\n"
