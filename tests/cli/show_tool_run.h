@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "TempDir.h"
 #include "tool_run.h"
 
 namespace showtest {
@@ -68,23 +69,7 @@ inline std::string boardDir(const std::string& relative) {
     return std::string(ZR_TEST_DATA_DIR) + "/boards/" + relative;
 }
 
-// A fresh directory under the temporary directory, removed with the object.
-class TempDir {
-public:
-    TempDir() : m_path(fs::temp_directory_path() / fs::unique_path("zr_show_%%%%%%%%")) {
-        fs::create_directories(m_path);
-    }
-    ~TempDir() {
-        boost::system::error_code ec;
-        fs::remove_all(m_path, ec);
-    }
-    TempDir(const TempDir&) = delete;
-    TempDir& operator=(const TempDir&) = delete;
-    const fs::path& path() const { return m_path; }
-
-private:
-    fs::path m_path;
-};
+using ::TempDir;
 
 }  // namespace showtest
 

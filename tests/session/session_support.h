@@ -13,6 +13,7 @@
 #include <boost/algorithm/string/replace.hpp>
 #include <boost/filesystem.hpp>
 
+#include "TempDir.h"
 #include "HEXAll.h"
 
 namespace session_test {
@@ -22,25 +23,7 @@ namespace fs = boost::filesystem;
 typedef std::vector<std::string> Names;
 typedef std::vector<std::pair<std::string, std::string>> Edits;
 
-// A directory of its own, removed with everything in it at the end.
-class TempDir {
-public:
-    TempDir() : m_path(fs::temp_directory_path() / fs::unique_path("zr_session_%%%%%%%%")) {
-        fs::create_directories(m_path);
-        m_path = fs::canonical(m_path);
-    }
-    ~TempDir() {
-        boost::system::error_code ec;
-        fs::remove_all(m_path, ec);
-    }
-    TempDir(const TempDir&) = delete;
-    TempDir& operator=(const TempDir&) = delete;
-    const fs::path& path() const { return m_path; }
-    std::string str() const { return m_path.string(); }
-
-private:
-    fs::path m_path;
-};
+using ::TempDir;
 
 inline std::string bundled(const std::string& relative) {
     return std::string(ZR_TEST_DATA_DIR) + "/boards/board_files/" + relative;

@@ -337,11 +337,9 @@ std::string iicText(const HBOBoardComponent& c) {
     for (const auto& kv : c.getIICPositions()) {
         if (!kv.second)
             continue;
-        std::vector<std::string> addresses;
-        for (const auto& a : kv.second->getAddresses())
-            addresses.push_back(a.first + (a.second.empty() ? "" : "/" + a.second));
+        const std::string addresses = show::iicAddresses(*kv.second);
         items.push_back(std::to_string(kv.second->getPosition()) + " " + kv.second->getComponent() +
-                        (addresses.empty() ? "" : " " + join(addresses, " ")));
+                        (addresses.empty() ? "" : " " + addresses));
     }
     return join(items, ", ");
 }

@@ -8,7 +8,9 @@
 #include <boost/core/demangle.hpp>
 
 #include "HBOBoard.h"
+#include "HBOBoardCompMuxPosition.h"
 #include "HBOBoardComponent.h"
+#include "HBOBoardUtils.h"
 #include "HBOBusIf.h"
 #include "HBOBusIfPreference.h"
 #include "HBOModelPort.h"
@@ -109,6 +111,13 @@ std::string pinNameAt(const HBOBoard& board, const std::string& component, int i
         return "";
     const HBOPinProps* pin = c->getPinByIndex(index);
     return pin ? pin->getName() : "";
+}
+
+std::string iicAddresses(const HBOBoardCompMuxPosition& position) {
+    std::vector<std::string> addresses;
+    for (const auto& a : position.getAddresses())
+        addresses.push_back(a.first + (a.second.empty() ? "" : "/" + a.second));
+    return HBOBoardUtils::join(addresses, " ");
 }
 
 std::string formatFloat(double value) {

@@ -10,6 +10,7 @@
 #include "HBOBoardDataProps.h"
 
 class HBOBoard;
+class HBOBoardCompMuxPosition;
 class HBOBoardComponent;
 class HBOBusIf;
 class HBOBusIfPreference;
@@ -49,6 +50,9 @@ std::string portRange(const HBOModelPort& port);
 
 // The name of the pin at `index` of the named component, or empty.
 std::string pinNameAt(const HBOBoard& board, const std::string& component, int index);
+
+// The addresses of an IIC position, "address/alias" each, blank separated.
+std::string iicAddresses(const HBOBoardCompMuxPosition& position);
 
 // A float as short text: 0.42 rather than 0.420000.
 std::string formatFloat(double value);

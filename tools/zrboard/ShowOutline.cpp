@@ -256,12 +256,9 @@ void writeComponentDetails(Outline& o, int depth, const HBOBoard& board, const H
     for (const auto& kv : c.getIICPositions()) {
         if (!kv.second)
             continue;
-        std::vector<std::string> addresses;
-        for (const auto& a : kv.second->getAddresses())
-            addresses.push_back(a.first + (a.second.empty() ? "" : "/" + a.second));
+        const std::string addresses = show::iicAddresses(*kv.second);
         o.line(depth, "IIC position " + std::to_string(kv.second->getPosition()) + ": " +
-                          kv.second->getComponent() +
-                          (addresses.empty() ? "" : ", addresses " + HBOBoardUtils::join(addresses, " ")));
+                          kv.second->getComponent() + (addresses.empty() ? "" : ", addresses " + addresses));
     }
     for (const auto& constr : c.getDesignConstrs())
         o.line(depth, "Constraint " + boost::apply_visitor(ConstraintLine(), constr));

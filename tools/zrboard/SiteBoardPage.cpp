@@ -250,9 +250,8 @@ std::map<std::string, std::vector<const HBOBusIf*>> interfacesByDevice(const HBO
             if (!bi.second)
                 continue;
             const std::string& of = bi.second->getOfComponent();
-            out[!of.empty() && board.findBoardComponent(of) ? board.findBoardComponent(of)->getComponentName()
-                                                            : kv.second->getComponentName()]
-                .push_back(bi.second);
+            const HBOBoardComponent* device = of.empty() ? nullptr : board.findBoardComponent(of);
+            out[(device ? device : kv.second)->getComponentName()].push_back(bi.second);
         }
     }
     return out;

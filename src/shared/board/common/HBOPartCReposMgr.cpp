@@ -15,12 +15,15 @@
 #include "HBOBoardUtils.h"
 #include "HBOCase.h"
 #include "HBOParser.h"
-#include "HBOPartCReposMgrInstance.h"
 #include "HUTFile.h"
 
 namespace fs = boost::filesystem;
 
 namespace {
+
+// The manager made last: every constructor sets it, every destructor clears
+// it, and clearBoard goes through it.
+HBOPartCReposMgr* g_current = nullptr;
 
 void reportCaught(const std::string& text) {
     ComMsgMgr::sendMsg::eval(1, __FILE__, __LINE__, "board", ComMsgMgr::MSG_WARNING, "@49-44@%s", text);
@@ -36,6 +39,20 @@ std::string latestKeyOf(const HBOBoard& board) {
 
 }  // namespace
 
+void HBOPartCReposMgr::clearBoard(HBOBoard* board) {
+    HBOPartCReposMgr* mgr = g_current;
+    if (!mgr || !board)
+        return;
+    for (BoardMap* map : {&mgr->m_boardpart_map, &mgr->m_user_boardpart_map, &mgr->m_latest_boardpart_map}) {
+        for (BoardMap::iterator it = map->begin(); it != map->end(); ++it) {
+            if (it->second == board) {
+                map->erase(it);
+                break;
+            }
+        }
+    }
+}
+
 HBOPartCReposMgr::HBOPartCReposMgr(bool from_param)
     : m_repos_mgr(HBOBoardCReposMgr::getGlobal()), m_connectors_dirty(true) {
     if (from_param)
@@ -44,7 +61,7 @@ HBOPartCReposMgr::HBOPartCReposMgr(bool from_param)
     mergeBoards();
     populateFamilyBoards();
     populateLatestBoards();
-    HBOPartCReposMgrInstance::current = this;
+    g_current = this;
 }
 
 HBOPartCReposMgr::~HBOPartCReposMgr() {
@@ -54,7 +71,7 @@ HBOPartCReposMgr::~HBOPartCReposMgr() {
     if (m_repos_mgr)
         rebuildGlobalConnectorCaches();
     // The global catalogue is not released: the reference stays taken.
-    HBOPartCReposMgrInstance::current = nullptr;
+    g_current = nullptr;
 }
 
 void HBOPartCReposMgr::addUserRepoFromParam() {
