@@ -22,37 +22,13 @@ using zrc::tcltasks::native_handle;
 
 namespace {
 
-std::string textOf(const HBOBoard* o) { return o->getName(); }
-std::string textOf(const HBOBoardBus* o) { return o->getName(); }
-std::string textOf(const HBOBoardBusNet* o) { return o->getName(); }
-std::string textOf(const HBOBoardComponent* o) { return o->getName(); }
-std::string textOf(const HBOBusIf* o) { return o->getName(); }
-std::string textOf(const HBOBusIfPreference* o) { return o->getPrefName(); }
-std::string textOf(const HBOComponentMode* o) { return o->getName(); }
-std::string textOf(const HBOIpPreset* o) { return o->getPresetName(); }
-std::string textOf(const HBOJumper* o) { return o->getName(); }
-std::string textOf(const HBOModelPort* o) { return o->getName(); }
-std::string textOf(const HBOParameter* o) { return o->getName(); }
-std::string textOf(const HBOPinProps* o) { return o->getName(); }
-
 struct TypeOps {
     const std::type_info* type;
-    const char* kind;
-    zrc::tcltasks::tclany (*any)(void*);
-    std::string (*name)(void*);
     Tcl_Obj* (*handle)(void*);
     // Live handles of this type whose text is text.
     void (*byText)(const std::string& text, std::vector<Ref>& out);
 };
 
-template <class T>
-zrc::tcltasks::tclany anyOf(void* p) {
-    return zrc::tcltasks::tclany(static_cast<T*>(p));
-}
-template <class T>
-std::string nameOfT(void* p) {
-    return textOf(static_cast<const T*>(p));
-}
 template <class T>
 Tcl_Obj* handleOfT(void* p) {
     return handleOf(static_cast<T*>(p));
@@ -66,24 +42,24 @@ void byTextT(const std::string& text, std::vector<Ref>& out) {
 }
 
 template <class T>
-TypeOps opsOf(const char* kind) {
-    return TypeOps{&typeid(T*), kind, anyOf<T>, nameOfT<T>, handleOfT<T>, byTextT<T>};
+TypeOps opsOf() {
+    return TypeOps{&typeid(T*), handleOfT<T>, byTextT<T>};
 }
 
 const std::vector<TypeOps>& types() {
     static const std::vector<TypeOps> all = {
-        opsOf<HBOBoard>("board"),
-        opsOf<HBOBoardComponent>("board_component"),
-        opsOf<HBOBusIf>("board_component_interface"),
-        opsOf<HBOModelPort>("board_interface_port"),
-        opsOf<HBOPinProps>("board_component_pin"),
-        opsOf<HBOComponentMode>("board_component_mode"),
-        opsOf<HBOJumper>("board_jumper"),
-        opsOf<HBOParameter>("board_parameter"),
-        opsOf<HBOBoardBus>("board_bus"),
-        opsOf<HBOBoardBusNet>("board_bus_net"),
-        opsOf<HBOBusIfPreference>("ip_preference"),
-        opsOf<HBOIpPreset>("ip_configuration_info"),
+        opsOf<HBOBoard>(),
+        opsOf<HBOBoardComponent>(),
+        opsOf<HBOBusIf>(),
+        opsOf<HBOModelPort>(),
+        opsOf<HBOPinProps>(),
+        opsOf<HBOComponentMode>(),
+        opsOf<HBOJumper>(),
+        opsOf<HBOParameter>(),
+        opsOf<HBOBoardBus>(),
+        opsOf<HBOBoardBusNet>(),
+        opsOf<HBOBusIfPreference>(),
+        opsOf<HBOIpPreset>(),
     };
     return all;
 }
@@ -128,17 +104,13 @@ bool resolveOne(Tcl_Interp* interp, Tcl_Obj* value, std::vector<Ref>& out) {
 
 }  // namespace
 
-zrc::tcltasks::tclany Ref::any() const { return opsFor(*type)->any(object); }
-const char* Ref::kind() const { return opsFor(*type)->kind; }
-std::string nameOf(const Ref& ref) { return opsFor(*ref.type)->name(ref.object); }
-
 template <class T>
 Tcl_Obj* handleOf(T* object) {
     auto range = native_cache<T*>::get_n2t_cache().equal_range(object);
     for (auto it = range.first; it != range.second; ++it)
         if (native_handle::is_handle(it->second) && !native_handle::is_invalid(it->second))
             return it->second;
-    Tcl_Obj* h = native_handle::make(typeid(T*), object, textOf(object));
+    Tcl_Obj* h = native_handle::make(typeid(T*), object, nameOf(refOf(object)));
     native_cache<T*>::add(object, h);
     return h;
 }

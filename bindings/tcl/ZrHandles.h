@@ -10,23 +10,14 @@
 
 #include <tcl.h>
 
+#include "ZrRef.h"
 #include "tclany.h"
 
 namespace zrtcl {
 
-// One resolved object: its pointer type and address.
-struct Ref {
-    const std::type_info* type = nullptr;
-    void* object = nullptr;
-
-    template <class T>
-    T* as() const {
-        return *type == typeid(T*) ? static_cast<T*>(object) : nullptr;
-    }
-    zrc::tcltasks::tclany any() const;
-    // The kind of object as users know it ("board", "board_component", ...).
-    const char* kind() const;
-};
+using zrbind::Ref;
+using zrbind::nameOf;
+using zrbind::refOf;
 
 template <class T>
 Tcl_Obj* handleOf(T* object);
@@ -36,15 +27,6 @@ Tcl_Obj* handleOf(T* object);
 bool resolve(Tcl_Interp* interp, Tcl_Obj* value, std::vector<Ref>& out);
 // A list of handles of the objects, in order.
 Tcl_Obj* handleList(const std::vector<Ref>& refs);
-std::string nameOf(const Ref& ref);
-
-template <class T>
-Ref refOf(T* object) {
-    Ref r;
-    r.type = &typeid(T*);
-    r.object = object;
-    return r;
-}
 
 }  // namespace zrtcl
 

@@ -1,10 +1,9 @@
 // get_property, list_property, report_property, set_property, undo and redo.
-#include <algorithm>
-
 #include "HCPProperty.h"
 #include "HTCErrors.h"
 #include "ZrCommands.h"
 #include "ZrHandles.h"
+#include "ZrSession.h"
 
 namespace zrtcl {
 
@@ -75,37 +74,7 @@ int reportProperty(ClientData, Tcl_Interp* interp, int objc, Tcl_Obj* const objv
     Ref ref;
     if (!single(interp, objv[1], kReportUsage, ref))
         return TCL_ERROR;
-    struct Row {
-        std::string name, type, readOnly, value;
-    };
-    std::vector<Row> rows{{"Property", "Type", "Read-only", "Value"}};
-    for (const HCPProperty::ListedProperty& p : HCPProperty::listProperties(ref.any())) {
-        std::string value;
-        if (p.dynamic) {
-            value = p.value.getCharStringVal();
-        } else {
-            HATAttrAny any;
-            // Read without an interpreter, the report being the result, and
-            // without advisory warnings: nobody asked for those properties by name.
-            if (HCPProperty::getProperty(nullptr, ref.any(), p.name, any, false))
-                value = any.toString();
-        }
-        rows.push_back({p.name, HATAttrTypes::typeName(p.spec.getAttrType()), p.spec.isReadOnly() ? "true" : "false",
-                        value});
-    }
-    std::size_t w0 = 0, w1 = 0, w2 = 0;
-    for (const Row& r : rows) {
-        w0 = std::max(w0, r.name.size());
-        w1 = std::max(w1, r.type.size());
-        w2 = std::max(w2, r.readOnly.size());
-    }
-    auto pad = [](const std::string& s, std::size_t width) { return s + std::string(width - s.size() + 2, ' '); };
-    std::string text;
-    for (const Row& r : rows) {
-        std::string line = pad(r.name, w0) + pad(r.type, w1) + pad(r.readOnly, w2) + r.value;
-        line.erase(line.find_last_not_of(' ') + 1);
-        text += (text.empty() ? "" : "\n") + line;
-    }
+    const std::string text = zrbind::propertyReport(ref.any());
     Tcl_SetObjResult(interp, Tcl_NewStringObj(text.data(), static_cast<int>(text.size())));
     return TCL_OK;
 }

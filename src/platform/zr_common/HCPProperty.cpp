@@ -8,6 +8,7 @@
 #include "ComMsgMgr.h"
 #include "HTCErrors.h"
 #include "HUTConvert.h"
+#include "py_manager.h"
 
 namespace HCPProperty {
 
@@ -190,6 +191,8 @@ Tcl_Obj* Utils::newTclObj(const HATAttrAny& value) {
 void Utils::setAttrResult(Tcl_Interp* interp, const HATAttrAny& value) {
     if (interp)
         Tcl_SetObjResult(interp, newTclObj(value));
+    else if (LaunchMode::isPyMode())
+        zrc::pyinfra::py_manager::publish(value);
 }
 
 // ---- Reading and listing ----

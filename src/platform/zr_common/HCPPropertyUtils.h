@@ -11,7 +11,8 @@ namespace HCPProperty {
 class Utils {
 public:
     // Makes the value the interpreter's result: a string, a boolean, an integer
-    // or a list (its elements joined by blanks, unquoted); nothing without an interpreter.
+    // or a list (its elements joined by blanks, unquoted). Without an
+    // interpreter, in Python mode, the Python manager's result instead.
     static void setAttrResult(Tcl_Interp* interp, const HATAttrAny& value);
     static Tcl_Obj* newTclObj(const HATAttrAny& value);
 };

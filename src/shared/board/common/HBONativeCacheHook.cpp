@@ -25,36 +25,41 @@ namespace {
 
 typedef void (*Remover)(const void*);
 
+// The Tcl handles first, then the Python ones; a failure of either must not
+// keep the other from running.
 template <class T>
-void removeFromTcl(const void* obj) {
-    zrc::tcltasks::native_cache<T*>::remove(static_cast<const T*>(obj));
+void removeFromCaches(const void* obj) {
+    try {
+        zrc::tcltasks::native_cache<T*>::remove(static_cast<const T*>(obj));
+    } catch (...) {
+    }
+    zrc::pyinfra::py_native_cache<T*>::remove(static_cast<const T*>(obj));
 }
 
 // Undo and redo of a jumper write touch the jumper and its board; once either
 // is gone, the history that names it can't be replayed.
 template <class T>
-void removeFromTclAndHistory(const void* obj) {
-    removeFromTcl<T>(obj);
+void removeFromCachesAndHistory(const void* obj) {
+    removeFromCaches<T>(obj);
     HCPProperty::clearHistory();
 }
 
-// Per scripted type, the remover of its Tcl cache. The Python caches' removers
-// go beside these, to be called after the Tcl one.
-const std::unordered_map<std::type_index, Remover>& tclRemovers() {
+// Per scripted type, the remover of its Tcl and Python caches.
+const std::unordered_map<std::type_index, Remover>& cacheRemovers() {
     static const std::unordered_map<std::type_index, Remover> removers = {
-        {typeid(HBOBoard), removeFromTclAndHistory<HBOBoard>},
-        {typeid(HBOBoardBus), removeFromTcl<HBOBoardBus>},
-        {typeid(HBOBoardBusNet), removeFromTcl<HBOBoardBusNet>},
-        {typeid(HBOBoardComponent), removeFromTcl<HBOBoardComponent>},
-        {typeid(HBOBusIf), removeFromTcl<HBOBusIf>},
-        {typeid(HBOBusIfPreference), removeFromTcl<HBOBusIfPreference>},
-        {typeid(HBOComponentMode), removeFromTcl<HBOComponentMode>},
-        {typeid(HBOImage), removeFromTcl<HBOImage>},
-        {typeid(HBOIpPreset), removeFromTcl<HBOIpPreset>},
-        {typeid(HBOJumper), removeFromTclAndHistory<HBOJumper>},
-        {typeid(HBOModelPort), removeFromTcl<HBOModelPort>},
-        {typeid(HBOParameter), removeFromTcl<HBOParameter>},
-        {typeid(HBOPinProps), removeFromTcl<HBOPinProps>},
+        {typeid(HBOBoard), removeFromCachesAndHistory<HBOBoard>},
+        {typeid(HBOBoardBus), removeFromCaches<HBOBoardBus>},
+        {typeid(HBOBoardBusNet), removeFromCaches<HBOBoardBusNet>},
+        {typeid(HBOBoardComponent), removeFromCaches<HBOBoardComponent>},
+        {typeid(HBOBusIf), removeFromCaches<HBOBusIf>},
+        {typeid(HBOBusIfPreference), removeFromCaches<HBOBusIfPreference>},
+        {typeid(HBOComponentMode), removeFromCaches<HBOComponentMode>},
+        {typeid(HBOImage), removeFromCaches<HBOImage>},
+        {typeid(HBOIpPreset), removeFromCaches<HBOIpPreset>},
+        {typeid(HBOJumper), removeFromCachesAndHistory<HBOJumper>},
+        {typeid(HBOModelPort), removeFromCaches<HBOModelPort>},
+        {typeid(HBOParameter), removeFromCaches<HBOParameter>},
+        {typeid(HBOPinProps), removeFromCaches<HBOPinProps>},
     };
     return removers;
 }
@@ -64,8 +69,8 @@ const std::unordered_map<std::type_index, Remover>& tclRemovers() {
 void removeObject(const std::type_info& type, const void* obj) noexcept {
     // A destructor must go on whatever the script layers answer.
     try {
-        auto it = tclRemovers().find(type);
-        if (it != tclRemovers().end())
+        auto it = cacheRemovers().find(type);
+        if (it != cacheRemovers().end())
             it->second(obj);
     } catch (...) {
     }

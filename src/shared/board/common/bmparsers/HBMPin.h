@@ -1,5 +1,7 @@
 // One pin of a pins file as the migration tool keeps it: name, index and
 // location as text, and the further properties in the order first set.
+// Scripts reach pins through the Tcl and Python caches of HBMPin* (see
+// HBONativeCaches.h); a pin's destructor removes nothing from them.
 #ifndef HBMPIN_H
 #define HBMPIN_H
 

@@ -1,0 +1,21 @@
+#include "py_manager.h"
+
+namespace zrc {
+namespace pyinfra {
+
+PyObject* py_manager::py_tessaraModule = nullptr;
+PyObject* py_manager::py_result = nullptr;
+
+namespace {
+py_manager::result_maker g_maker = nullptr;
+}
+
+void py_manager::set_result_maker(result_maker maker) { g_maker = maker; }
+
+void py_manager::publish(const HATAttrAny& value) {
+    if (g_maker)
+        g_maker(value);
+}
+
+}  // namespace pyinfra
+}  // namespace zrc
