@@ -17,3 +17,10 @@ cmake -S "$tmp/cm" -B "$tmp/cm/build" -DCMAKE_PREFIX_PATH="$tmp/prefix" >/dev/nu
 cmake --build "$tmp/cm/build" >/dev/null
 "$tmp/cm/build/outside"
 echo "install check: pkg-config and find_package builds ran"
+# The installed Python module imports in a plain python3 and finds the installed boards.
+site=$(echo "$tmp"/prefix/lib/python3*/site-packages)
+if [ -d "$site" ]; then
+  env -u ZR_DATA_DIRS PYTHONPATH="$site" python3 -c \
+    'import sys, zrboard; sys.exit(0 if len(zrboard.get_boards()) > 0 else "no installed boards")'
+  echo "install check: the installed Python module imports and lists the installed boards"
+fi

@@ -28,4 +28,11 @@ public:
 }  // namespace pyinfra
 }  // namespace zrc
 
+// The host's own code reaches the manager under this name; both are one class.
+namespace hdi {
+namespace pyinfra {
+using zrc::pyinfra::py_manager;
+}
+}  // namespace hdi
+
 #endif

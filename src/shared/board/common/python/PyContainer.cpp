@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <mutex>
+#include <vector>
 
 #include <boost/any.hpp>
 
@@ -36,6 +37,14 @@ PyTypeObject* g_makeType = nullptr;
 PyTypeObject* g_checkType = nullptr;
 
 PyContainer* self(PyObject* o) { return reinterpret_cast<PyContainer*>(o); }
+
+// Every collection copy that reached Python. They are never freed, since the
+// Python handles of their elements rest on them; kept here, they stay
+// reachable for the life of the process, as leak checkers can see.
+std::vector<const void*>& keptCollections() {
+    static std::vector<const void*>* kept = new std::vector<const void*>;
+    return *kept;
+}
 
 StringBody* stringsOf(PyContainer* c) { return dynamic_cast<StringBody*>(c->wrapper); }
 ObjectBody* objectBodyOf(PyContainer* c) { return dynamic_cast<ObjectBody*>(c->wrapper); }
@@ -391,6 +400,7 @@ PyObject* makeFrom(Collection* copy, const char* tag, const char* nativeType) {
     PyObject* result = kw ? PyObject_Call(reinterpret_cast<PyObject*>(g_makeType), args, kw) : nullptr;
     Py_XDECREF(kw);
     Py_DECREF(capsule);
+    keptCollections().push_back(copy);
     if (!result)
         return nullptr;
     Py_XDECREF(py_manager::py_result);
