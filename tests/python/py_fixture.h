@@ -21,6 +21,11 @@ protected:
     static void SetUpTestSuite() {
         property_fixture::PropertyTest::SetUpTestSuite();
         if (!Py_IsInitialized()) {
+            // Objects on the plain heap, where a leak checker sees what points to what.
+            PyPreConfig pre;
+            PyPreConfig_InitPythonConfig(&pre);
+            pre.allocator = PYMEM_ALLOCATOR_MALLOC;
+            Py_PreInitialize(&pre);
             Py_Initialize();
             PyObject* module = PyImport_AddModule("zrtest");  // borrowed, kept by sys.modules
             Py_INCREF(module);

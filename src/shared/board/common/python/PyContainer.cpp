@@ -38,11 +38,16 @@ PyTypeObject* g_checkType = nullptr;
 
 PyContainer* self(PyObject* o) { return reinterpret_cast<PyContainer*>(o); }
 
-// Every collection copy that reached Python. They are never freed, since the
-// Python handles of their elements rest on them; kept here, they stay
+// Every collection copy that reached Python, and the Python handles of their
+// elements. They are never freed: the handles rest on the collections, and the
+// caches let go of a handle when its object goes. Kept here, they stay
 // reachable for the life of the process, as leak checkers can see.
 std::vector<const void*>& keptCollections() {
     static std::vector<const void*>* kept = new std::vector<const void*>;
+    return *kept;
+}
+std::vector<PyObject*>& keptHandles() {
+    static std::vector<PyObject*>* kept = new std::vector<PyObject*>;
     return *kept;
 }
 
@@ -359,6 +364,7 @@ bool addHandle(const tclany& e, ObjectBody* body, std::size_t index) {
         PyErr_Clear();
         return true;
     }
+    keptHandles().push_back(handle);
     zrc::pyinfra::py_native_cache<T*>::add(*p, handle);
     return true;
 }
