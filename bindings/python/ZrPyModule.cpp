@@ -428,6 +428,10 @@ PyMODINIT_FUNC PyInit_zrboard() {
         static bool registered = false;
         if (!registered) {
             HBOPropertySetup::registerAll();
+            // Exit callbacks run last first: this one runs after the layer
+            // has marked the interpreter as gone, so the boards read by
+            // script go without touching any Python handle.
+            Py_AtExit(zrbind::dropReadBoards);
             registered = true;
         }
         if (!py_layer::attach(module) || !zrpy::addWalks(module) ||
