@@ -1,5 +1,6 @@
 // The components section of board.xml: components with their drivers,
 // positions, modes, interfaces, port maps and pins.
+#include <algorithm>
 #include <cstdlib>
 #include <map>
 #include <set>
@@ -555,10 +556,24 @@ void HBOBoardParser::readComponentPin(HBOBoardComponent* component, HXMLWElement
     pin->setName(getAttr(e, "name"));
     pin->setPinIndex(index);
     pin->setPinLoc(getAttr(e, "loc"));
-    for (const std::string& prop : HBOPinProps::getPortPropNames())
-        if (!ignoredPortProps.count(prop))
-            if (const char* value = e->getAttribute(prop.c_str()))
-                pin->setPortProp(prop, value);
+    // One walk over the element's attributes finds the known properties; they
+    // are then set in their fixed order, as the pin keeps them.
+    const std::vector<std::string>& propNames = HBOPinProps::getPortPropNames();
+    const char* values[32] = {};
+    const std::size_t known = std::min(propNames.size(), sizeof values / sizeof values[0]);
+    for (int i = 0, n = e->getAttributeCount(); i < n; ++i) {
+        const char* attr = e->getAttributeName(i);
+        if (!attr)
+            continue;
+        for (std::size_t p = 0; p < known; ++p)
+            if (propNames[p][0] == attr[0] && propNames[p] == attr) {
+                values[p] = e->getAttribute(attr);
+                break;
+            }
+    }
+    for (std::size_t p = 0; p < known; ++p)
+        if (values[p] && !ignoredPortProps.count(propNames[p]))
+            pin->setPortProp(propNames[p], values[p]);
     component->addPin(pin);
     pin->setOwner(component);
 }

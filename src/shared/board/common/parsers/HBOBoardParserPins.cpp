@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <string>
+#include <unordered_map>
 #include <unordered_set>
 
 #include <boost/algorithm/string/predicate.hpp>
@@ -65,7 +66,8 @@ void HBOBoardParser::readPins(HXMLWElement* pinsElem, const std::string& file, P
     // 0, so those get a direct table and only the rest a map.
     std::vector<const HBOPinProps*> denseByIndex(children.size(), nullptr);
     std::map<int, const HBOPinProps*> sparseByIndex;
-    std::map<std::string, int> indexByLoc;
+    std::unordered_map<std::string, int> indexByLoc;
+    indexByLoc.reserve(children.size());
     static const std::unordered_set<std::string> propNames(HBOPinProps::getPortPropNames().begin(),
                                                             HBOPinProps::getPortPropNames().end());
     pins.reserve(pins.size() + children.size());
