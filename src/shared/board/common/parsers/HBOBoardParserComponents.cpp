@@ -5,6 +5,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -504,20 +505,22 @@ bool HBOBoardParser::readPortMap(HBOBusIf* busIf, HBOBoardComponent* component, 
             if (static_cast<int>(pinMaps.size()) != width)
                 deferCheck("Necessary component pins not provided for '" + physical + "'.");
 
-            // Values point into the file's tree, which outlives this loop.
-            std::map<std::string, const char*> pinByIndex;
+            // Keys and values point into the file's tree, which outlives this loop.
+            std::unordered_map<std::string_view, const char*> pinByIndex;
+            pinByIndex.reserve(pinMaps.size());
             for (HXMLWElement* pm : pinMaps) {
-                const std::string index = getAttr(pm, "port_index");
+                const char* indexText = pm->getAttribute("port_index");
+                const std::string index = indexText ? indexText : "";
                 const char* pinText = pm->getAttribute("component_pin");
                 std::string pinName = pinText ? pinText : "";
-                auto seen = pinByIndex.find(index);
+                auto seen = pinByIndex.find(indexText ? indexText : "");
                 if (seen != pinByIndex.end()) {
                     if (checks2020Enabled)
                         deferCheck("In the pin_maps for the logical_port '" + logical + "' and physical port '" +
                                    physical + "' the port index '" + index + "' is used for both '" + seen->second +
                                    "' and for '" + pinName + "'. Port index must be unique.");
                 } else {
-                    pinByIndex.emplace(index, pinText ? pinText : "");
+                    pinByIndex.emplace(indexText ? indexText : "", pinText ? pinText : "");
                 }
                 if (HBOPinProps* pin = component->findPin(pinName))
                     pin->addIntfPortMap(busIf->getName(), index);
