@@ -18,8 +18,10 @@ bool HBOBoardComponent::addPin(HBOPinProps* pin) {
         return false;
     const int index = pin->getPinIndex();
     const std::string& name = pin->getName();
-    // One look-up serves the clash test and the insertion.
-    const auto place = m_pins.lower_bound(name);
+    // One look-up serves the clash test and the insertion. Readers add pins in
+    // name order, so a name past the last one settles it with one comparison.
+    const auto place =
+        !m_pins.empty() && m_pins.rbegin()->first < name ? m_pins.end() : m_pins.lower_bound(name);
     const bool named = place != m_pins.end() && place->first == name;
     HBOPinProps* byName = named ? place->second : nullptr;
 

@@ -14,6 +14,7 @@
 #include "HBOBoardComponent.h"
 #include "HBOBusIf.h"
 #include "HBOComponentMode.h"
+#include "HBOFoldedComponentIndex.h"
 #include "HBOJumper.h"
 
 namespace {
@@ -76,6 +77,7 @@ void HBOBoard::updateEnablement() {
 
     // One sweep in key order: an interface sees components further on with
     // the value they had before this pass.
+    const HBOFoldedComponentIndex byName(m_components);
     for (auto& entry : m_components) {
         HBOBoardComponent* component = entry.second;
         if (!component)
@@ -94,7 +96,7 @@ void HBOBoard::updateEnablement() {
         for (HBOBusIf* busIf : interfaces) {
             if (!busIf)
                 continue;
-            if (const HBOBoardComponent* of = getCompByName(busIf->getOfComponent()))
+            if (const HBOBoardComponent* of = byName.find(busIf->getOfComponent()))
                 busIf->setIsEnabled(of->getIsEnabled());
         }
 

@@ -69,9 +69,17 @@ const std::unordered_map<std::type_index, Remover>& cacheRemovers() {
 void removeObject(const std::type_info& type, const void* obj) noexcept {
     // A destructor must go on whatever the script layers answer.
     try {
-        auto it = cacheRemovers().find(type);
-        if (it != cacheRemovers().end())
-            it->second(obj);
+        // A board is freed in runs of objects of one type: the remover of the
+        // last type answers most calls without hashing the type's name.
+        thread_local const std::type_info* lastType = nullptr;
+        thread_local Remover lastRemover = nullptr;
+        if (!lastType || *lastType != type) {
+            auto it = cacheRemovers().find(type);
+            lastRemover = it != cacheRemovers().end() ? it->second : nullptr;
+            lastType = &type;
+        }
+        if (lastRemover)
+            lastRemover(obj);
     } catch (...) {
     }
 }

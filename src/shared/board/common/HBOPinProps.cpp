@@ -39,6 +39,30 @@ HBOPinProps::HBOPinProps(const HBOPinProps& other, HBOBoardComponent* owner, HBO
     m_ownerPort = ownerPort;
 }
 
+// Assigns member by member, so that references into this pin stay good; an
+// interface port map that was handed out keeps its place and takes the entry.
+HBOPinProps& HBOPinProps::operator=(const HBOPinProps& other) {
+    if (this == &other)
+        return *this;
+    m_pinIndex = other.m_pinIndex;
+    for (int i = 0; i < kInlineProps; ++i) {
+        m_propSlot[i] = other.m_propSlot[i];
+        m_propValue[i] = other.m_propValue[i];
+    }
+    m_owner = other.m_owner;
+    m_ownerPort = other.m_ownerPort;
+    m_name = other.m_name;
+    m_loc = other.m_loc;
+    m_extras = other.m_extras;
+    m_intfPortMap = other.m_intfPortMap;
+    m_hasIntfPort = other.m_hasIntfPort;
+    m_intf = other.m_intf;
+    m_intfPort = other.m_intfPort;
+    if (m_intfPortMap.peek())
+        intfPortMap();
+    return *this;
+}
+
 HBOPinProps::~HBOPinProps() {
     HBONativeCacheHook::remove(this);
 }
@@ -107,11 +131,11 @@ const std::string* HBOPinProps::findPortProp(const std::string& lowerName) const
         for (int i = 0; i < kInlineProps; ++i)
             if (m_propSlot[i] == place + 1)
                 return &m_propValue[i];
-    const std::map<std::string, std::string>* others = m_otherProps.peek();
-    if (!others)
+    if (!m_extras.peek())
         return nullptr;
-    auto it = others->find(lowerName);
-    return it == others->end() ? nullptr : &it->second;
+    const std::map<std::string, std::string>& others = m_extras.peek()->otherProps;
+    auto it = others.find(lowerName);
+    return it == others.end() ? nullptr : &it->second;
 }
 
 std::string& HBOPinProps::portPropEntry(const std::string& lowerName) const {
@@ -125,9 +149,10 @@ std::string& HBOPinProps::portPropEntry(const std::string& lowerName) const {
                 free = i;
         }
         // Not inline: it may still have gone to the map when the slots were full.
-        if (m_otherProps.peek()) {
-            auto it = m_otherProps.get().find(lowerName);
-            if (it != m_otherProps.get().end())
+        if (m_extras.peek()) {
+            std::map<std::string, std::string>& others = m_extras.get().otherProps;
+            auto it = others.find(lowerName);
+            if (it != others.end())
                 return it->second;
         }
         if (free >= 0) {
@@ -135,7 +160,7 @@ std::string& HBOPinProps::portPropEntry(const std::string& lowerName) const {
             return m_propValue[free];
         }
     }
-    return m_otherProps.get()[lowerName];
+    return m_extras.get().otherProps[lowerName];
 }
 
 template <typename Fn>
@@ -144,8 +169,8 @@ void HBOPinProps::forEachPortProp(Fn fn) const {
     for (int i = 0; i < kInlineProps; ++i)
         if (m_propSlot[i])
             fn(names[m_propSlot[i] - 1], m_propValue[i]);
-    if (const auto* others = m_otherProps.peek())
-        for (const auto& kv : *others)
+    if (const Extras* extras = m_extras.peek())
+        for (const auto& kv : extras->otherProps)
             fn(kv.first, kv.second);
 }
 
@@ -194,25 +219,33 @@ HBO_PIN_NAMED_PROP(getPinSlew, setPinSlew, kSlew)
 
 #undef HBO_PIN_NAMED_PROP
 
+const std::string& HBOPinProps::getPinInternalVref() const {
+    return m_extras.get().internalVref;
+}
+
+const std::string& HBOPinProps::getGtLoc() const {
+    return m_extras.get().gtLoc;
+}
+
 bool HBOPinProps::setPinInternalVref(const std::string& value) {
-    m_internalVref.get() = value;
+    m_extras.get().internalVref = value;
     return true;
 }
 
 bool HBOPinProps::setGtLoc(const std::string& value) {
-    m_gtLoc.get() = value;
+    m_extras.get().gtLoc = value;
     return true;
 }
 
 bool HBOPinProps::getIOBankPropertyList(std::map<std::string, std::string>& out) const {
-    out = m_ioBankProps.get();
+    out = getIOBankPropertyList();
     return true;
 }
 
 std::string HBOPinProps::getIOBankPropertyValue(const std::string& name) const {
-    if (name.empty() || !m_ioBankProps.peek())
+    if (name.empty() || !m_extras.peek())
         return std::string();
-    for (const auto& kv : *m_ioBankProps.peek())
+    for (const auto& kv : m_extras.peek()->ioBankProps)
         if (HBOCase::iequals(kv.first, name))
             return kv.second;
     return std::string();
@@ -221,21 +254,62 @@ std::string HBOPinProps::getIOBankPropertyValue(const std::string& name) const {
 bool HBOPinProps::setIOBankProperty(const std::string& name, const std::string& value) {
     if (name.empty())
         return false;
-    m_ioBankProps.get()[name] = value;
+    m_extras.get().ioBankProps[name] = value;
     return true;
 }
 
 bool HBOPinProps::addPartOf(const std::map<std::string, std::string>& partOf) {
-    m_partOf.get().push_back(partOf);
+    m_extras.get().partOf.push_back(partOf);
     return true;
 }
 
+std::vector<std::map<std::string, std::string>>& HBOPinProps::getPartOf() {
+    return m_extras.get().partOf;
+}
+
+const std::vector<std::map<std::string, std::string>>& HBOPinProps::getPartOf() const {
+    return m_extras.get().partOf;
+}
+
+const std::map<std::string, std::string>& HBOPinProps::getIOBankPropertyList() const {
+    return m_extras.get().ioBankProps;
+}
+
+std::map<std::string, std::string>& HBOPinProps::intfPortMap() const {
+    std::map<std::string, std::string>& ports = m_intfPortMap.get();
+    if (m_hasIntfPort) {
+        ports[std::move(m_intf)] = std::move(m_intfPort);
+        m_intf.clear();
+        m_intfPort.clear();
+        m_hasIntfPort = false;
+    }
+    return ports;
+}
+
+std::map<std::string, std::string>& HBOPinProps::getIntfPortMap() {
+    return intfPortMap();
+}
+
+const std::map<std::string, std::string>& HBOPinProps::getIntfPortMap() const {
+    return intfPortMap();
+}
+
 bool HBOPinProps::addIntfPortMap(const std::string& intf, const std::string& port) {
-    m_intfPortMap.get()[intf] = port;
+    if (!m_intfPortMap.peek()) {
+        if (!m_hasIntfPort || m_intf == intf) {
+            m_intf = intf;
+            m_intfPort = port;
+            m_hasIntfPort = true;
+            return true;
+        }
+    }
+    intfPortMap()[intf] = port;
     return true;
 }
 
 std::string HBOPinProps::getPortForInterface(const std::string& intf) const {
+    if (m_hasIntfPort)
+        return m_intf == intf ? m_intfPort : std::string();
     const std::map<std::string, std::string>* ports = m_intfPortMap.peek();
     if (!ports)
         return std::string();
@@ -274,13 +348,14 @@ void HBOPinProps::copyIOPropertiesFrom(const HBOPinProps& other) {
         if (!value.empty())
             portPropEntry(name) = value;
     });
-    if (other.m_internalVref.peek() && !other.m_internalVref.peek()->empty())
-        m_internalVref.get() = *other.m_internalVref.peek();
-    if (other.m_gtLoc.peek() && !other.m_gtLoc.peek()->empty())
-        m_gtLoc.get() = *other.m_gtLoc.peek();
-    if (const auto* banks = other.m_ioBankProps.peek())
-        for (const auto& kv : *banks)
-            m_ioBankProps.get()[kv.first] = kv.second;
+    if (const Extras* extras = other.m_extras.peek()) {
+        if (!extras->internalVref.empty())
+            m_extras.get().internalVref = extras->internalVref;
+        if (!extras->gtLoc.empty())
+            m_extras.get().gtLoc = extras->gtLoc;
+        for (const auto& kv : extras->ioBankProps)
+            m_extras.get().ioBankProps[kv.first] = kv.second;
+    }
 }
 
 void HBOPinProps::display(int /*indent*/) const {
@@ -301,8 +376,8 @@ void HBOPinProps::display(int /*indent*/) const {
     for (const auto& kv : props)
         if (!labelled.count(kv.first))
             os << ", " << kv.first << ":" << kv.second;
-    if (const auto* banks = m_ioBankProps.peek())
-        for (const auto& kv : *banks)
+    if (const Extras* extras = m_extras.peek())
+        for (const auto& kv : extras->ioBankProps)
             os << ", iobank." << kv.first << ":" << kv.second;
     os << "\n";
     std::fputs(os.str().c_str(), stderr);

@@ -18,7 +18,7 @@ public:
     HBOPinProps(const HBOPinProps& other);
     // As the copy above, then the owner and owner port become the arguments.
     HBOPinProps(const HBOPinProps& other, HBOBoardComponent* owner, HBOModelPort* ownerPort);
-    HBOPinProps& operator=(const HBOPinProps& other) = default;
+    HBOPinProps& operator=(const HBOPinProps& other);
     ~HBOPinProps();
 
     // Index in the pins file; -1 for the single pin of a scalar schema 1 port.
@@ -86,24 +86,24 @@ public:
     bool getPinSlew(std::string& out) const;
     bool setPinSlew(const std::string& value);
 
-    const std::string& getPinInternalVref() const { return m_internalVref.get(); }
+    const std::string& getPinInternalVref() const;
     bool setPinInternalVref(const std::string& value);
-    const std::string& getGtLoc() const { return m_gtLoc.get(); }
+    const std::string& getGtLoc() const;
     bool setGtLoc(const std::string& value);
 
     bool getIOBankPropertyList(std::map<std::string, std::string>& out) const;
-    const std::map<std::string, std::string>& getIOBankPropertyList() const { return m_ioBankProps.get(); }
+    const std::map<std::string, std::string>& getIOBankPropertyList() const;
     // Case-insensitive name; empty when unknown.
     std::string getIOBankPropertyValue(const std::string& name) const;
     bool setIOBankProperty(const std::string& name, const std::string& value);
 
     bool addPartOf(const std::map<std::string, std::string>& partOf);
-    std::vector<std::map<std::string, std::string>>& getPartOf() { return m_partOf.get(); }
-    const std::vector<std::map<std::string, std::string>>& getPartOf() const { return m_partOf.get(); }
+    std::vector<std::map<std::string, std::string>>& getPartOf();
+    const std::vector<std::map<std::string, std::string>>& getPartOf() const;
 
     bool addIntfPortMap(const std::string& intf, const std::string& port);
-    std::map<std::string, std::string>& getIntfPortMap() { return m_intfPortMap.get(); }
-    const std::map<std::string, std::string>& getIntfPortMap() const { return m_intfPortMap.get(); }
+    std::map<std::string, std::string>& getIntfPortMap();
+    const std::map<std::string, std::string>& getIntfPortMap() const;
     // The port of the exact interface name, else empty.
     std::string getPortForInterface(const std::string& intf) const;
 
@@ -120,27 +120,37 @@ public:
     void display(int indent) const;
 
 private:
+    // The interface port map, made on the first request for it; until then
+    // the one entry that most pins have lives in the pin itself.
+    std::map<std::string, std::string>& intfPortMap() const;
+    // Port properties. Most pins have a few of the known ones, so those live in
+    // the pin itself; others, and any past the inline slots, in the map. A name
+    // lives in one place only; nothing moves once stored, so references stay good.
+    enum { kInlineProps = 3 };
+    std::string& portPropEntry(const std::string& lowerName) const;
+    template <typename Fn>
+    void forEachPortProp(Fn fn) const;
+    // What most pins leave empty, made together when first asked for.
+    struct Extras {
+        std::map<std::string, std::string> otherProps;
+        std::string internalVref;
+        std::string gtLoc;
+        std::map<std::string, std::string> ioBankProps;
+        std::vector<std::map<std::string, std::string>> partOf;
+    };
+
     int m_pinIndex = 0;
+    mutable unsigned char m_propSlot[kInlineProps] = {0, 0, 0};  // 1 + name's place in the known list; 0 free
+    mutable bool m_hasIntfPort = false;                          // m_intf/m_intfPort hold an entry
     HBOBoardComponent* m_owner = nullptr;
     HBOModelPort* m_ownerPort = nullptr;
     std::string m_name;
     std::string m_loc;
-    // Port properties. Most pins have a few of the known ones, so those live in
-    // the pin itself; others, and any past the inline slots, in the map. A name
-    // lives in one place only; nothing moves once stored, so references stay good.
-    enum { kInlineProps = 4 };
-    std::string& portPropEntry(const std::string& lowerName) const;
-    template <typename Fn>
-    void forEachPortProp(Fn fn) const;
-    mutable unsigned char m_propSlot[kInlineProps] = {0, 0, 0, 0};  // 1 + name's place in the known list; 0 free
     mutable std::string m_propValue[kInlineProps];
-    // The rest is empty on most pins: each is made when first asked for.
-    HBOLazy<std::map<std::string, std::string>> m_otherProps;
-    HBOLazy<std::string> m_internalVref;
-    HBOLazy<std::string> m_gtLoc;
-    HBOLazy<std::map<std::string, std::string>> m_ioBankProps;
-    HBOLazy<std::vector<std::map<std::string, std::string>>> m_partOf;
+    HBOLazy<Extras> m_extras;
     HBOLazy<std::map<std::string, std::string>> m_intfPortMap;
+    mutable std::string m_intf;
+    mutable std::string m_intfPort;
 };
 
 #endif

@@ -19,6 +19,7 @@
 #include "HBOBusIf.h"
 #include "HBOBusIfPreference.h"
 #include "HBOComponentMode.h"
+#include "HBOFoldedComponentIndex.h"
 #include "HBOIpPreset.h"
 #include "HBOModelPort.h"
 #include "HEXAll.h"
@@ -255,9 +256,10 @@ bool HBOBoardParser::checkFpgaInterfaces() {
     bool ok = true;
     std::vector<HBOBusIf*> interfaces;
     active->getInterfacesVec(interfaces);
+    const HBOFoldedComponentIndex components(board->getBoardComponents());
     for (HBOBusIf* busIf : interfaces) {
         const std::string& ofComponent = busIf->getOfComponent();
-        if (ofComponent.empty() || board->getCompByName(ofComponent))
+        if (ofComponent.empty() || components.find(ofComponent))
             continue;
         deferCheck("Component " + ofComponent + " provided for interface " + busIf->getName() +
                    " is not found in list of components on the board.");

@@ -1,9 +1,11 @@
 // The components section of board.xml: components with their drivers,
 // positions, modes, interfaces, port maps and pins.
+#include <algorithm>
 #include <cstdlib>
 #include <map>
 #include <set>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -503,20 +505,22 @@ bool HBOBoardParser::readPortMap(HBOBusIf* busIf, HBOBoardComponent* component, 
             if (static_cast<int>(pinMaps.size()) != width)
                 deferCheck("Necessary component pins not provided for '" + physical + "'.");
 
-            // Values point into the file's tree, which outlives this loop.
-            std::map<std::string, const char*> pinByIndex;
+            // Keys and values point into the file's tree, which outlives this loop.
+            std::unordered_map<std::string_view, const char*> pinByIndex;
+            pinByIndex.reserve(pinMaps.size());
             for (HXMLWElement* pm : pinMaps) {
-                const std::string index = getAttr(pm, "port_index");
+                const char* indexText = pm->getAttribute("port_index");
+                const std::string index = indexText ? indexText : "";
                 const char* pinText = pm->getAttribute("component_pin");
                 std::string pinName = pinText ? pinText : "";
-                auto seen = pinByIndex.find(index);
+                auto seen = pinByIndex.find(indexText ? indexText : "");
                 if (seen != pinByIndex.end()) {
                     if (checks2020Enabled)
                         deferCheck("In the pin_maps for the logical_port '" + logical + "' and physical port '" +
                                    physical + "' the port index '" + index + "' is used for both '" + seen->second +
                                    "' and for '" + pinName + "'. Port index must be unique.");
                 } else {
-                    pinByIndex.emplace(index, pinText ? pinText : "");
+                    pinByIndex.emplace(indexText ? indexText : "", pinText ? pinText : "");
                 }
                 if (HBOPinProps* pin = component->findPin(pinName))
                     pin->addIntfPortMap(busIf->getName(), index);
@@ -555,10 +559,24 @@ void HBOBoardParser::readComponentPin(HBOBoardComponent* component, HXMLWElement
     pin->setName(getAttr(e, "name"));
     pin->setPinIndex(index);
     pin->setPinLoc(getAttr(e, "loc"));
-    for (const std::string& prop : HBOPinProps::getPortPropNames())
-        if (!ignoredPortProps.count(prop))
-            if (const char* value = e->getAttribute(prop.c_str()))
-                pin->setPortProp(prop, value);
+    // One walk over the element's attributes finds the known properties; they
+    // are then set in their fixed order, as the pin keeps them.
+    const std::vector<std::string>& propNames = HBOPinProps::getPortPropNames();
+    const char* values[32] = {};
+    const std::size_t known = std::min(propNames.size(), sizeof values / sizeof values[0]);
+    for (int i = 0, n = e->getAttributeCount(); i < n; ++i) {
+        const char* attr = e->getAttributeName(i);
+        if (!attr)
+            continue;
+        for (std::size_t p = 0; p < known; ++p)
+            if (propNames[p][0] == attr[0] && propNames[p] == attr) {
+                values[p] = e->getAttribute(attr);
+                break;
+            }
+    }
+    for (std::size_t p = 0; p < known; ++p)
+        if (values[p] && !ignoredPortProps.count(propNames[p]))
+            pin->setPortProp(propNames[p], values[p]);
     component->addPin(pin);
     pin->setOwner(component);
 }

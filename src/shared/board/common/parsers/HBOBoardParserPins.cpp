@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <string>
+#include <unordered_map>
 #include <unordered_set>
 
 #include <boost/algorithm/string/predicate.hpp>
@@ -65,7 +66,8 @@ void HBOBoardParser::readPins(HXMLWElement* pinsElem, const std::string& file, P
     // 0, so those get a direct table and only the rest a map.
     std::vector<const HBOPinProps*> denseByIndex(children.size(), nullptr);
     std::map<int, const HBOPinProps*> sparseByIndex;
-    std::map<std::string, int> indexByLoc;
+    std::unordered_map<std::string, int> indexByLoc;
+    indexByLoc.reserve(children.size());
     static const std::unordered_set<std::string> propNames(HBOPinProps::getPortPropNames().begin(),
                                                             HBOPinProps::getPortPropNames().end());
     pins.reserve(pins.size() + children.size());
@@ -102,8 +104,10 @@ void HBOBoardParser::readPins(HXMLWElement* pinsElem, const std::string& file, P
         if (seenLoc != indexByLoc.end() && checks2020Enabled)
             deferCheck("The pin index '" + std::to_string(index) + "' and '" + std::to_string(seenLoc->second) +
                        "' both have the same  loc value '" + loc + "'. Pin locations must be unique.");
+        else if (seenLoc != indexByLoc.end())
+            seenLoc->second = index;
         else
-            indexByLoc[loc] = index;
+            indexByLoc.emplace(loc, index);
 
         // One walk over the pin's attributes: the property names, exact, and the bank ones.
         for (int i = 0, n = e->getAttributeCount(); i < n; ++i) {
@@ -112,7 +116,7 @@ void HBOBoardParser::readPins(HXMLWElement* pinsElem, const std::string& file, P
                 continue;
             const std::string attrName(attr);
             if (propNames.count(attrName)) {
-                if (!ignoredPortProps.count(attrName))
+                if (ignoredPortProps.empty() || !ignoredPortProps.count(attrName))
                     pin->setPortProp(attrName, getAttr(e, attr));
             } else if (boost::algorithm::starts_with(attrName, kIoBankPrefix)) {
                 pin->setIOBankProperty(attrName.substr(std::char_traits<char>::length(kIoBankPrefix)),
