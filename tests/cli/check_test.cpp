@@ -63,8 +63,8 @@ TEST(CheckCommand, OneSummaryLinePerFileAndExitStatus) {
     EXPECT_TRUE(contains(r.out, "durnival/1.0/board.xml: ok")) << r.out;
     EXPECT_TRUE(contains(r.out, bad + ": FAILED")) << r.out;
     // Placed where the parser gave up, with the parser's words on a note line.
-    EXPECT_TRUE(contains(r.err, bad + ":1:44: critical warning: [49-59] ")) << r.err;
-    EXPECT_TRUE(contains(r.err, bad + ":1:44: note: Opening and ending tag mismatch")) << r.err;
+    EXPECT_TRUE(contains(r.err, bad + ":1:43: critical warning: [49-59] ")) << r.err;
+    EXPECT_TRUE(contains(r.err, bad + ":1:43: note: Opening and ending tag mismatch")) << r.err;
 }
 
 TEST(CheckCommand, BadInputNeverCrashes) {
@@ -97,7 +97,7 @@ TEST(CheckCommand, JsonCarriesEveryMessage) {
     EXPECT_TRUE(contains(r.out, "\"board\": \"korvelhw:durnival:1.1\"")) << r.out;
     EXPECT_TRUE(contains(r.out, "\"file\": \"" + bad + "\",\n")) << r.out;
     EXPECT_TRUE(contains(r.out, "\"line\": 1,\n")) << r.out;
-    EXPECT_TRUE(contains(r.out, "\"column\": 44,\n")) << r.out;
+    EXPECT_TRUE(contains(r.out, "\"column\": 43,\n")) << r.out;
     EXPECT_TRUE(contains(r.out, "\"detail\": \"Opening and ending tag mismatch")) << r.out;
     // Messages travel in the document only.
     EXPECT_FALSE(contains(r.err, "49-59")) << r.err;
@@ -128,7 +128,7 @@ TEST(CheckCommand, FormatsForEditorsAndPeople) {
     const std::size_t lineStart = text.rfind('\n', component) + 1;
     const std::string place = bad + ":" + std::to_string(std::count(text.begin(), text.begin() + component, '\n') + 1) +
                               ":" + std::to_string(component - lineStart + 1);
-    const std::string fault = "Component Type should be fpga/chip/connector for 'c'.";
+    const std::string fault = "Component Type should be fpga/chip/connector for 'led_4bits'.";
     const ToolRun gcc = zrboardRun({"check", bad});
     EXPECT_EQ(gcc.status, 1);
     EXPECT_TRUE(contains(gcc.err, place + ": warning: [49-69] ")) << gcc.err;

@@ -151,13 +151,14 @@ private:
 };
 
 // The message lies in `file` at the place of `marker` in `text`.
-#define EXPECT_AT(msg, file, text, marker)                                 \
+#define EXPECT_AT(msg, inFile, text, marker)                               \
     do {                                                                   \
         const Place expected_ = placeOf(text, marker);                     \
-        const ComMsgPosition& at_ = (msg).getPosition();                   \
-        EXPECT_EQ(at_.file, file) << (msg).getLine();                      \
-        EXPECT_EQ(at_.line, expected_.line) << (msg).getLine();            \
-        EXPECT_EQ(at_.column, expected_.column) << (msg).getLine();        \
+        const ComMsgMgrInstance msg_ = (msg);                              \
+        const ComMsgPosition& at_ = msg_.getPosition();                    \
+        EXPECT_EQ(at_.file, inFile) << msg_.getLine();                     \
+        EXPECT_EQ(at_.line, expected_.line) << msg_.getLine();             \
+        EXPECT_EQ(at_.column, expected_.column) << msg_.getLine();         \
     } while (0)
 
 #endif

@@ -44,13 +44,15 @@ TEST_F(ReaderPositions, MalformedXmlKeepsTheParsersPlaceAndWords) {
 TEST_F(ReaderPositions, ReaderFaultsAtTheirElements) {
     const std::string dir = copyBoard("board_files/durnival/1.0");
     const std::string file = dir + "/board.xml";
-    // A bad enumerated value, a missing attribute, an interface of an unknown component.
-    change(file, "type=\"chip\" sub_type=\"led\"", "type=\"gadget\" sub_type=\"led\"");
-    change(file, "<connection_map name=\"part0_reset_1\" c1_st_index=\"1\"", "<connection_map name=\"part0_reset_1\"");
-    const std::string text = change(file, "of_component=\"usb_uart\"", "of_component=\"nowhere\"");
+    const std::string original = slurp(file);
+    // A bad enumerated value.
+    std::string text = change(file, "type=\"chip\" sub_type=\"led\"", "type=\"gadget\" sub_type=\"led\"");
     EXPECT_FALSE(read(file));
     EXPECT_AT(firstWith("49-69", "should be fpga/chip/connector"), file, text, kLedComponent);
-    EXPECT_AT(first("49-99"), file, text, "<connection_map name=\"part0_reset_1\"");
+    // An interface of an unknown component.
+    write(file, original);
+    text = change(file, "of_component=\"usb_uart\"", "of_component=\"nowhere\"");
+    EXPECT_FALSE(read(file));
     // Found after the whole file is read, yet placed at the interface.
     EXPECT_AT(firstWith("49-69", "nowhere"), file, text, "<interface name=\"usb_uart\" type=");
 }
@@ -58,11 +60,11 @@ TEST_F(ReaderPositions, ReaderFaultsAtTheirElements) {
 TEST_F(ReaderPositions, DeferredMessagesKeepThePlaceTheyWereMadeAt) {
     const std::string dir = copyBoard("board_files/durnival/1.0");
     const std::string file = dir + "/board.xml";
-    change(file, "type=\"chip\" sub_type=\"led\"", "type=\"chip\" sub_type=\"lamp\"");
-    const std::string text = change(file, "type=\"chip\" sub_type=\"uart\"", "type=\"chip\" sub_type=\"serial\"");
-    EXPECT_FALSE(read(file));
-    EXPECT_AT(firstWith("49-69", "for 'led_4bits'"), file, text, kLedComponent);
-    EXPECT_AT(firstWith("49-69", "for 'usb_uart'"), file, text, "<component name=\"usb_uart\"");
+    change(file, "component_pin=\"LED1\"", "component_pin=\"LEDX\"");
+    const std::string text = change(file, "component_pin=\"BTN1\"", "component_pin=\"BTNX\"");
+    read(file);
+    EXPECT_AT(firstWith("49-69", "for LEDX"), file, text, "<pin_map port_index=\"1\" component_pin=\"LEDX\"");
+    EXPECT_AT(firstWith("49-69", "for BTNX"), file, text, "<pin_map port_index=\"1\" component_pin=\"BTNX\"");
 }
 
 TEST_F(ReaderPositions, GrammarFaultsWhereTheValidatorFoundThem) {
@@ -83,11 +85,18 @@ TEST_F(ReaderPositions, GrammarFaultsWhereTheValidatorFoundThem) {
 TEST_F(ReaderPositions, PinFileFaultsInThePinFile) {
     const std::string dir = copyBoard("board_files/durnival/1.0");
     const std::string pins = dir + "/part0_pins.xml";
-    change(pins, "<pin index=\"3\" name=\"LED1\" loc=\"A4\"", "<pin index=\"3\" name=\"LED1\" loc=\"A3\"");
-    const std::string text = change(pins, "<pin index=\"6\" name=\"BTN0\" loc=\"A7\"", "<pin name=\"BTN0\" loc=\"A7\"");
+    const std::string original = slurp(pins);
+    // The reader's own check of the pins.
+    std::string text = change(pins, "<pin index=\"3\" name=\"LED1\" loc=\"A4\"", "<pin index=\"3\" name=\"LED1\" loc=\"A3\"");
     EXPECT_FALSE(read(dir + "/board.xml"));
     EXPECT_AT(firstWith("49-69", "same  loc value 'A3'"), pins, text, "<pin index=\"3\"");
-    EXPECT_AT(first("49-98"), pins, text, "<pin name=\"BTN0\"");
+    // A missing required attribute, found by the grammar.
+    write(pins, original);
+    text = change(pins, "<pin index=\"6\" name=\"BTN0\"", "<pin name=\"BTN0\"");
+    EXPECT_FALSE(read(dir + "/board.xml"));
+    const ComMsgMgrInstance m = first("49-105");
+    EXPECT_EQ(m.getPosition().file, pins);
+    EXPECT_EQ(m.getPosition().line, placeOf(text, "<pin name=\"BTN0\"").line);
 }
 
 TEST_F(ReaderPositions, BrokenPinFileAtItsFaultAndAtTheComponentThatNamesIt) {
@@ -149,12 +158,15 @@ TEST_F(ReaderPositions, PackedFilesAsTheirText) {
     const std::string file = dir + "/board.xml";
     const std::string text = change(file, "type=\"chip\" sub_type=\"led\"", "type=\"gadget\" sub_type=\"led\"");
     write(file, packed(text));
-    const std::string pins = dir + "/part0_pins.xml";
-    const std::string pinText = change(pins, "<pin index=\"6\" name=\"BTN0\" loc=\"A7\"", "<pin name=\"BTN0\" loc=\"A7\"");
-    write(pins, packed(pinText));
     EXPECT_FALSE(read(file));
     EXPECT_AT(firstWith("49-69", "should be fpga/chip/connector"), file, text, kLedComponent);
-    EXPECT_AT(first("49-98"), pins, pinText, "<pin name=\"BTN0\"");
+    // A packed pin file.
+    write(file, packed(slurp(kData + "/boards/board_files/durnival/1.0/board.xml")));
+    const std::string pins = dir + "/part0_pins.xml";
+    const std::string pinText = change(pins, "<pin index=\"3\" name=\"LED1\" loc=\"A4\"", "<pin index=\"3\" name=\"LED1\" loc=\"A3\"");
+    write(pins, packed(pinText));
+    EXPECT_FALSE(read(file));
+    EXPECT_AT(firstWith("49-69", "same  loc value 'A3'"), pins, pinText, "<pin index=\"3\"");
 }
 
 TEST_F(ReaderPositions, MessagesOutsideAnyElementHaveNoPlace) {
