@@ -3,9 +3,6 @@
 
 #include <cstring>
 
-#include <boost/iostreams/filter/gzip.hpp>
-#include <boost/iostreams/filtering_stream.hpp>
-
 #include "HBOXmlFileLoader.h"
 #include "HXMLWInterface.h"
 
@@ -37,16 +34,6 @@ int expectTagsInPlace(const HXMLWElement* e, const std::string& text, const std:
     for (int i = 0; i < e->getChildCount(); ++i)
         n += expectTagsInPlace(e->getChild(i), text, file);
     return n;
-}
-
-std::string packed(const std::string& text) {
-    std::ostringstream out;
-    boost::iostreams::filtering_ostream gz;
-    gz.push(boost::iostreams::gzip_compressor());
-    gz.push(out);
-    gz << text;
-    gz.reset();
-    return out.str();
 }
 
 }  // namespace

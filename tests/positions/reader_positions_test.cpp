@@ -2,20 +2,8 @@
 // and the messages themselves stay as they were.
 #include "position_support.h"
 
-#include <boost/iostreams/filter/gzip.hpp>
-#include <boost/iostreams/filtering_stream.hpp>
 
 namespace {
-
-std::string packed(const std::string& text) {
-    std::ostringstream out;
-    boost::iostreams::filtering_ostream gz;
-    gz.push(boost::iostreams::gzip_compressor());
-    gz.push(out);
-    gz << text;
-    gz.reset();
-    return out.str();
-}
 
 const char* const kLedComponent = "<component name=\"led_4bits\"";
 

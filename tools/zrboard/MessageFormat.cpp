@@ -36,7 +36,8 @@ std::string place(const ComMsgPosition& at) {
 
 }  // namespace
 
-std::string plainLines(const ComMsgMgrInstance& msg) { return oneLine(msg.getLine()) + "\n"; }
+// As the library prints it, a debug listing over several lines included.
+std::string plainLines(const ComMsgMgrInstance& msg) { return msg.getLine() + "\n"; }
 
 std::string editorLines(const ComMsgMgrInstance& msg) {
     const ComMsgPosition& at = msg.getPosition();

@@ -1,0 +1,36 @@
+#!/bin/sh
+# Runs two builds of bench_reader in turn, ROUNDS times each, and prints the
+# median CPU time of each benchmark for both and their ratio: a change to the
+# reader is measured against the build before it on the same machine at the
+# same time, which a loaded machine needs.
+#   bench/compare_reader.sh BEFORE/bench_reader AFTER/bench_reader [ROUNDS]
+set -eu
+if [ $# -lt 2 ]; then
+    echo "usage: $0 BEFORE_BENCH_READER AFTER_BENCH_READER [ROUNDS]" >&2
+    exit 2
+fi
+before=$1 after=$2 rounds=${3:-2}
+out=$(mktemp -d)
+trap 'rm -rf "$out"' EXIT
+i=1
+while [ "$i" -le "$rounds" ]; do
+    for which in before after; do
+        eval bin=\$$which
+        "$bin" --benchmark_filter='BM_ReadBoard|BM_ReadTrees|BM_SaxBaseline' \
+            --benchmark_out="$out/$which-$i.json" --benchmark_out_format=json > /dev/null 2>&1
+    done
+    i=$((i + 1))
+done
+python3 - "$out" <<'PY'
+import glob, json, os, statistics, sys
+times = {}
+for path in glob.glob(os.path.join(sys.argv[1], "*.json")):
+    which = os.path.basename(path).split("-")[0]
+    for b in json.load(open(path))["benchmarks"]:
+        if b.get("run_type") == "iteration":
+            times.setdefault(b["run_name"], {}).setdefault(which, []).append(b["cpu_time"])
+print("%-16s %12s %12s %8s" % ("benchmark", "before ms", "after ms", "after/before"))
+for name in sorted(times):
+    b, a = statistics.median(times[name]["before"]), statistics.median(times[name]["after"])
+    print("%-16s %12.3f %12.3f %8.3f" % (name, b, a, a / b))
+PY
