@@ -1,6 +1,6 @@
 #!/bin/sh
 # Runs two builds of bench_reader in turn, ROUNDS times each, and prints the
-# median CPU time of each benchmark for both and their ratio: a change to the
+# median and the least CPU time of each benchmark for both and their ratios: a change to the
 # reader is measured against the build before it on the same machine at the
 # same time, which a loaded machine needs.
 #   bench/compare_reader.sh BEFORE/bench_reader AFTER/bench_reader [ROUNDS]
@@ -29,8 +29,11 @@ for path in glob.glob(os.path.join(sys.argv[1], "*.json")):
     for b in json.load(open(path))["benchmarks"]:
         if b.get("run_type") == "iteration":
             times.setdefault(b["run_name"], {}).setdefault(which, []).append(b["cpu_time"])
-print("%-16s %12s %12s %8s" % ("benchmark", "before ms", "after ms", "after/before"))
+# The least time of each is the one that the machine's other load spoiled least.
+print("%-16s %10s %10s %8s   %10s %10s %8s" % ("benchmark", "before ms", "after ms", "ratio",
+                                             "before min", "after min", "ratio"))
 for name in sorted(times):
-    b, a = statistics.median(times[name]["before"]), statistics.median(times[name]["after"])
-    print("%-16s %12.3f %12.3f %8.3f" % (name, b, a, a / b))
+    b, a = times[name]["before"], times[name]["after"]
+    mb, ma = statistics.median(b), statistics.median(a)
+    print("%-16s %10.3f %10.3f %8.3f   %10.3f %10.3f %8.3f" % (name, mb, ma, ma / mb, min(b), min(a), min(a) / min(b)))
 PY

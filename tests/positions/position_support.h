@@ -13,13 +13,12 @@
 #include <vector>
 
 #include <boost/filesystem.hpp>
-#include <boost/iostreams/filter/gzip.hpp>
-#include <boost/iostreams/filtering_stream.hpp>
 
 #include "ComMsgMgr.h"
 #include "HBOBoard.h"
 #include "HBOParser.h"
 #include "HPAParamMgr.h"
+#include "PackedText.h"
 
 namespace fs = boost::filesystem;
 
@@ -29,17 +28,6 @@ inline std::string slurp(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
     std::ostringstream out;
     out << in.rdbuf();
-    return out.str();
-}
-
-// `text` packed as the readers' packed board files are.
-inline std::string packed(const std::string& text) {
-    std::ostringstream out;
-    boost::iostreams::filtering_ostream gz;
-    gz.push(boost::iostreams::gzip_compressor());
-    gz.push(out);
-    gz << text;
-    gz.reset();
     return out.str();
 }
 
