@@ -55,6 +55,16 @@ TEST_F(ReaderPositions, DeferredMessagesKeepThePlaceTheyWereMadeAt) {
     EXPECT_AT(firstWith("49-69", "for BTNX"), file, text, "<pin_map port_index=\"1\" component_pin=\"BTNX\"");
 }
 
+TEST_F(ReaderPositions, AReadEndedByAnExceptionIsPlacedWhereItLeftTheReader) {
+    const std::string dir = copyBoard("board_files/durnival/1.0");
+    const std::string file = dir + "/board.xml";
+    const std::string text = change(file, "<revision id=\"0\">", "<revision id=\"  \">");
+    EXPECT_FALSE(read(file));
+    const ComMsgMgrInstance m = first("49-56");
+    EXPECT_EQ(m.getArgs().at(0), file);
+    EXPECT_AT(m, file, text, "<revision ");
+}
+
 TEST_F(ReaderPositions, GrammarFaultsWhereTheValidatorFoundThem) {
     const std::string dir = copyBoard("board_files/durnival/1.0");
     const std::string file = dir + "/board.xml";
@@ -177,6 +187,9 @@ TEST(PositionScopes, NestAndUnwind) {
             throw 1;
         } catch (int) {
         }
+        // The exception left the inner scope first; the place of the catch is the outer one.
+        EXPECT_EQ(ComMsgPositionScope::takeUnwound().file, inner);
+        EXPECT_FALSE(ComMsgPositionScope::takeUnwound().known());
         EXPECT_EQ(ComMsgPositionScope::current().file, outer);
         EXPECT_EQ(ComMsgPositionScope::current().column, 4);
     }

@@ -29,6 +29,11 @@ public:
     // The innermost scope's position on this thread; unknown without one.
     static ComMsgPosition current();
 
+    // Where the last exception on this thread left the scopes: the innermost
+    // scope it unwound, for the message that the catcher sends in its stead.
+    // Unknown when none was unwound since the last call, which clears it.
+    static ComMsgPosition takeUnwound();
+
 private:
     const std::string& m_file;
     int m_line;
