@@ -1,6 +1,9 @@
 // `zrboard check`: results, summaries, JSON, and bad input.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <fstream>
+#include <sstream>
 #include <string>
 
 #include <boost/filesystem.hpp>
@@ -27,6 +30,13 @@ struct Scratch {
     }
 };
 
+std::string slurpFile(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream out;
+    out << in.rdbuf();
+    return out.str();
+}
+
 bool contains(const std::string& hay, const std::string& needle) { return hay.find(needle) != std::string::npos; }
 
 }  // namespace
@@ -52,7 +62,9 @@ TEST(CheckCommand, OneSummaryLinePerFileAndExitStatus) {
     EXPECT_EQ(r.status, 1);
     EXPECT_TRUE(contains(r.out, "durnival/1.0/board.xml: ok")) << r.out;
     EXPECT_TRUE(contains(r.out, bad + ": FAILED")) << r.out;
-    EXPECT_TRUE(contains(r.err, "CRITICAL WARNING: [board 49-59]")) << r.err;
+    // Placed where the parser gave up, with the parser's words on a note line.
+    EXPECT_TRUE(contains(r.err, bad + ":1:43: critical warning: [49-59] ")) << r.err;
+    EXPECT_TRUE(contains(r.err, bad + ":1:43: note: Opening and ending tag mismatch")) << r.err;
 }
 
 TEST(CheckCommand, BadInputNeverCrashes) {
@@ -69,7 +81,7 @@ TEST(CheckCommand, BadInputNeverCrashes) {
         const ToolRun r = zrboardRun({"check", path});
         EXPECT_EQ(r.status, 1) << path << "\n" << r.out << r.err;
         EXPECT_TRUE(contains(r.out, ": FAILED")) << path << "\n" << r.out;
-        EXPECT_TRUE(contains(r.err, "[board 49-")) << path << "\n" << r.err;
+        EXPECT_TRUE(contains(r.err, "[board 49-") || contains(r.err, ": [49-")) << path << "\n" << r.err;
     }
 }
 
@@ -83,6 +95,10 @@ TEST(CheckCommand, JsonCarriesEveryMessage) {
     EXPECT_TRUE(contains(r.out, "\"id\": \"49-59\"")) << r.out;
     EXPECT_TRUE(contains(r.out, "\"severity\": \"CRITICAL WARNING\"")) << r.out;
     EXPECT_TRUE(contains(r.out, "\"board\": \"korvelhw:durnival:1.1\"")) << r.out;
+    EXPECT_TRUE(contains(r.out, "\"file\": \"" + bad + "\",\n")) << r.out;
+    EXPECT_TRUE(contains(r.out, "\"line\": 1,\n")) << r.out;
+    EXPECT_TRUE(contains(r.out, "\"column\": 43,\n")) << r.out;
+    EXPECT_TRUE(contains(r.out, "\"detail\": \"Opening and ending tag mismatch")) << r.out;
     // Messages travel in the document only.
     EXPECT_FALSE(contains(r.err, "49-59")) << r.err;
 }
@@ -90,4 +106,52 @@ TEST(CheckCommand, JsonCarriesEveryMessage) {
 TEST(CheckCommand, UsageErrors) {
     EXPECT_EQ(zrboardRun({"check"}).status, 2);
     EXPECT_EQ(zrboardRun({"check", "--bogus", kBoards}).status, 2);
+    const ToolRun badFormat = zrboardRun({"check", "--format=xml", kBoards + "/durnival/1.0"});
+    EXPECT_EQ(badFormat.status, 2);
+    EXPECT_TRUE(contains(badFormat.err, "unknown format 'xml'; use --format=gcc, json or plain")) << badFormat.err;
+    EXPECT_TRUE(contains(badFormat.err, "Usage: zrboard")) << badFormat.err;
+    EXPECT_EQ(zrboardRun({"check", kBoards + "/durnival/1.0", "--format"}).status, 2);
+}
+
+TEST(CheckCommand, FormatsForEditorsAndPeople) {
+    Scratch s;
+    // A component type that is not one of the three.
+    const std::string from = kBoards + "/durnival/1.0/";
+    std::string text = slurpFile(from + "board.xml");
+    const std::size_t at = text.find("type=\"chip\" sub_type=\"led\"");
+    ASSERT_NE(at, std::string::npos);
+    text.replace(at, 11, "type=\"gadget\"");
+    const std::string bad = s.write("board.xml", text);
+    s.write("part0_pins.xml", slurpFile(from + "part0_pins.xml"));
+    s.write("preset.xml", slurpFile(from + "preset.xml"));
+    const std::size_t component = text.rfind("<component ", at);
+    const std::size_t lineStart = text.rfind('\n', component) + 1;
+    const std::string place = bad + ":" + std::to_string(std::count(text.begin(), text.begin() + component, '\n') + 1) +
+                              ":" + std::to_string(component - lineStart + 1);
+    const std::string fault = "Component Type should be fpga/chip/connector for 'led_4bits'.";
+    const ToolRun gcc = zrboardRun({"check", bad});
+    EXPECT_EQ(gcc.status, 1);
+    EXPECT_TRUE(contains(gcc.err, place + ": warning: [49-69] ")) << gcc.err;
+    EXPECT_TRUE(contains(gcc.err, fault)) << gcc.err;
+    // Messages without a place keep the plain form; the summary stays on standard output.
+    EXPECT_TRUE(contains(gcc.err, "INFO: [board 49-113]")) << gcc.err;
+    EXPECT_TRUE(contains(gcc.out, bad + ": FAILED")) << gcc.out;
+    EXPECT_EQ(zrboardRun({"check", "--format=gcc", bad}).err, gcc.err);
+
+    const ToolRun plain = zrboardRun({"check", "--format", "plain", bad});
+    EXPECT_TRUE(contains(plain.err, "WARNING: [board 49-69] ")) << plain.err;
+    EXPECT_FALSE(contains(plain.err, place)) << plain.err;
+    EXPECT_EQ(plain.out, gcc.out);
+
+    const ToolRun quiet = zrboardRun({"check", "--quiet", bad});
+    EXPECT_FALSE(contains(quiet.err, "INFO")) << quiet.err;
+    EXPECT_FALSE(contains(quiet.err, "info:")) << quiet.err;
+    EXPECT_TRUE(contains(quiet.err, fault)) << quiet.err;
+    EXPECT_EQ(quiet.out, gcc.out);
+
+    const ToolRun json = zrboardRun({"check", "--format=json", "-q", bad});
+    EXPECT_TRUE(isValidJson(json.out)) << json.out;
+    EXPECT_FALSE(contains(json.out, "49-113")) << json.out;
+    EXPECT_TRUE(contains(json.out, "\"file\": \"" + bad + "\",\n")) << json.out;
+    EXPECT_TRUE(json.err.empty()) << json.err;
 }

@@ -4,13 +4,11 @@
 
 #include <sstream>
 
-#include <boost/iostreams/filter/gzip.hpp>
-#include <boost/iostreams/filtering_stream.hpp>
-
 #include "EnvVar.h"
 #include "HBOBoardComponent.h"
 #include "HBOIpPreset.h"
 #include "HBOPinProps.h"
+#include "PackedText.h"
 
 namespace {
 
@@ -23,16 +21,6 @@ const char* const kBoardDtd =
     "<!ELEMENT description (#PCDATA)>\n<!ELEMENT parameters ANY>\n<!ELEMENT jumpers ANY>\n";
 
 const char* const kDoctype = "<!DOCTYPE board SYSTEM \"board.dtd\">\n";
-
-std::string packed(const std::string& text) {
-    std::ostringstream out;
-    boost::iostreams::filtering_ostream gz;
-    gz.push(boost::iostreams::gzip_compressor());
-    gz.push(out);
-    gz << text;
-    gz.reset();
-    return out.str();
-}
 
 }  // namespace
 

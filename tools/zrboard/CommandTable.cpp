@@ -6,11 +6,16 @@ const std::vector<Command>& commandTable() {
     static const std::vector<Command> table = {
         {"params", "[--all]", "list the library's parameters with their defaults and current values",
          "  --all    include hidden parameters\n", runParams},
-        {"check", "[--no-validate] [--no-strict] [--json] PATH...",
+        {"check", "[--no-validate] [--no-strict] [--format=gcc|json|plain] [--quiet] PATH...",
          "read and check board files (a directory stands for its board.xml)",
          "  --no-validate  do not validate against the grammars (deferred messages are then not shown)\n"
          "  --no-strict    switch the later board checks off\n"
-         "  --json         print one JSON document with every file's result and messages\n",
+         "  --format=gcc   messages as FILE:LINE:COLUMN: severity: [id] text where the place is known,\n"
+         "                 which editors read to jump to the fault (the default)\n"
+         "  --format=plain messages as SEVERITY: [scope id] text\n"
+         "  --format=json  one JSON document with every file's result and messages (also: --json)\n"
+         "  --quiet, -q    leave out INFO messages\n"
+         "Messages go to standard error, one summary line per file to standard output.\n",
          runCheck},
         {"show", "[--json] PATH|NAME [--repo DIR]... [--project-repo DIR]...",
          "print the board read from PATH, or the catalogue's board of that NAME, as an outline",

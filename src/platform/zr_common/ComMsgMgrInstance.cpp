@@ -45,7 +45,8 @@ ComMsgMgrInstance::ComMsgMgrInstance(int argc, const char* file, int line, const
       m_line(line),
       m_argc(argc),
       m_mask(mask),
-      m_args(std::move(args)) {
+      m_args(std::move(args)),
+      m_position(ComMsgPositionScope::current()) {
     // "@49-69@%s%s": the id lies between the first two at signs.
     if (m_format.size() > 2 && m_format[0] == '@') {
         std::size_t end = m_format.find('@', 1);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "ComMsgMgr.h"
+#include "ComMsgPosition.h"
 
 class ComMsgMgrInstance {
 public:
@@ -39,6 +40,15 @@ public:
     // "SEVERITY: [scope id] text", as printed on standard error.
     std::string getLine() const;
 
+    // Where in an input file the message arose: the position scope current
+    // when the message was built, unless set otherwise. Not part of the text.
+    const ComMsgPosition& getPosition() const { return m_position; }
+    void setPosition(const ComMsgPosition& position) { m_position = position; }
+    // More words beside the message, such as the XML parser's own text for a
+    // file that it rejected; empty for most messages. Not part of the text.
+    const std::string& getDetail() const { return m_detail; }
+    void setDetail(const std::string& detail) { m_detail = detail; }
+
 private:
     std::string m_id;
     std::string m_format;
@@ -49,6 +59,8 @@ private:
     int m_argc = 0;
     ComMsgMgr::MsgMask m_mask = ComMsgMgr::MSG_INFO;
     std::vector<std::string> m_args;
+    ComMsgPosition m_position;
+    std::string m_detail;
 };
 
 template <class... A>

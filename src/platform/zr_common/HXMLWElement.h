@@ -22,6 +22,10 @@ public:
     virtual HXMLWElement* getChild(int index) const = 0;
     // Stays empty when there are no children.
     virtual void getChildren(std::shared_ptr<HXMLWElementList>& out) const = 0;
+    // Where the element's start tag begins in its document, 1-based; 0 when
+    // not known (the column of a tag that a parser reports without one).
+    virtual int getLine() const { return 0; }
+    virtual int getColumn() const { return 0; }
 };
 
 #endif

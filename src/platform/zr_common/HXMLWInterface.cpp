@@ -8,6 +8,7 @@
 // depth, entity expansions and expanded text stop a hostile document early.
 #include "HXMLWInterface.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <fstream>
@@ -99,6 +100,8 @@ public:
     const char* getAttributeName(int index) const override {
         return index >= 0 && index < m_attrCount ? m_attrs[index].name : nullptr;
     }
+    int getLine() const override { return m_line; }
+    int getColumn() const override { return m_column; }
     int getChildCount() const override { return m_childCount; }
     HXMLWElement* getChild(int index) const override {
         return index >= 0 && index < m_childCount ? m_children[index] : nullptr;
@@ -117,6 +120,8 @@ public:
     HXMLWElement** m_children = nullptr;
     int m_attrCount = 0;
     int m_childCount = 0;
+    int m_line = 0;
+    int m_column = 0;
 };
 
 // The root owns the arena in which its descendants live. They hold no resources
@@ -130,6 +135,71 @@ public:
 // see each other's failures.
 thread_local std::string t_lastError;
 thread_local std::string t_lastBound;
+thread_local int t_lastLine = 0;
+thread_local int t_lastColumn = 0;
+
+// Characters of the UTF-8 text from `from` to `to`: the parser's buffer holds
+// UTF-8 whatever the document's encoding, and its columns count characters.
+int utf8Characters(const char* from, const char* to) {
+    int n = 0;
+    for (const char* p = from; p < to; ++p)
+        n += (static_cast<unsigned char>(*p) & 0xC0) != 0x80;
+    return n;
+}
+
+// True when [from, to) holds ASCII alone and no line feed, as nearly every
+// start tag does; eight bytes at a time, since it runs once per element.
+bool asciiOnOneLine(const char* from, const char* to) {
+    constexpr std::uint64_t kOnes = 0x0101010101010101ull, kHigh = 0x8080808080808080ull;
+    std::uint64_t seen = 0;
+    const char* p = from;
+    for (; to - p >= 8; p += 8) {
+        std::uint64_t word;
+        std::memcpy(&word, p, sizeof word);
+        const std::uint64_t lf = word ^ (kOnes * '\n');
+        seen |= word | ((lf - kOnes) & ~lf);
+    }
+    for (; p < to; ++p)
+        seen |= *p == '\n' ? 0x80u : static_cast<unsigned char>(*p);
+    return (seen & kHigh) == 0;
+}
+
+// Where the start tag that the parser has just read begins. The parser calls
+// back when it stands after the tag's '>'; a '<' cannot occur inside a tag, so
+// the last one before that is the tag's own.
+void startTagPosition(const xmlParserCtxt* ctxt, int& line, int& column) {
+    const xmlParserInput* in = ctxt ? ctxt->input : nullptr;
+    if (!in || !in->base || !in->cur || in->cur <= in->base)
+        return;
+    const auto* begin = reinterpret_cast<const char*>(in->base);
+    const auto* end = reinterpret_cast<const char*>(in->cur);
+    const auto* lt = static_cast<const char*>(memrchr(begin, '<', static_cast<std::size_t>(end - begin)));
+    if (!lt)
+        return;
+    // The parser counts the column as it goes, also where it dropped the
+    // text before this line from its buffer.
+    if (asciiOnOneLine(lt, end)) {
+        line = in->line;
+        column = in->col - static_cast<int>(end - lt);
+    } else {
+        const auto newlines = std::count(lt, end, '\n');
+        line = in->line - static_cast<int>(newlines);
+        if (newlines == 0) {
+            column = in->col - utf8Characters(lt, end);
+        } else {
+            const char* start = lt;
+            while (start > begin && start[-1] != '\n')
+                --start;
+            // A line whose start the parser dropped has no column we can tell.
+            if (start > begin || line == 1)
+                column = utf8Characters(start, lt) + 1;
+        }
+    }
+    if (column < 1 || line < 1)
+        column = 0;
+    if (line < 1)
+        line = 0;
+}
 
 class TreeBuilder {
 public:
@@ -144,6 +214,8 @@ public:
         m_frames.clear();
         m_pending.clear();
         m_error.clear();
+        m_errorLine = 0;
+        m_errorColumn = 0;
     }
 
     RootElement* takeRoot() { return m_rootStarted && m_frames.empty() ? m_root.release() : nullptr; }
@@ -182,6 +254,7 @@ public:
             e = new (arena.array<Element>(1)) Element;
         }
         e->m_tag = qualified(arena, prefix, localname);
+        startTagPosition(static_cast<const xmlParserCtxt*>(ctx), e->m_line, e->m_column);
         // Namespace declarations are plain attributes to the readers, as they
         // stand in the document; the parser hands them over apart, so they come first.
         const int n = nbNamespaces + nbAttributes;
@@ -253,7 +326,12 @@ public:
         while (!m_error.empty() && (m_error.back() == '\n' || m_error.back() == ' '))
             m_error.pop_back();
         m_error += " (line " + std::to_string(e->line) + ", column " + std::to_string(e->int2) + ")";
+        m_errorLine = e->line;
+        m_errorColumn = e->int2;
     }
+
+    int errorLine() const { return m_errorLine; }
+    int errorColumn() const { return m_errorColumn; }
 
 private:
     bool withinExpansion(void* ctx) {
@@ -269,6 +347,10 @@ private:
             return;
         m_bound = bound;
         m_error = std::string("the document exceeds the bound on ") + bound;
+        if (const xmlParserInput* in = ctx ? static_cast<xmlParserCtxtPtr>(ctx)->input : nullptr) {
+            m_errorLine = in->line;
+            m_errorColumn = in->col;
+        }
         if (ctx)
             xmlStopParser(static_cast<xmlParserCtxtPtr>(ctx));
         if (m_ctxt && m_ctxt != ctx)
@@ -305,6 +387,8 @@ private:
     std::vector<HXMLWElement*> m_pending;
     std::vector<std::string> m_texts;
     std::string m_error;
+    int m_errorLine = 0;
+    int m_errorColumn = 0;
     xmlParserCtxtPtr m_ctxt = nullptr;
     std::size_t m_maxExpanded = 0;
     std::size_t m_expanded = 0;
@@ -466,9 +550,12 @@ std::string byteOrderMarkConflict(const char* data, std::size_t size) {
 
 std::shared_ptr<HXMLWElement> parse(const char* data, std::size_t size, const char* url) {
     t_lastBound.clear();
+    t_lastLine = t_lastColumn = 0;
     t_lastError = byteOrderMarkConflict(data, size);
-    if (!t_lastError.empty())
+    if (!t_lastError.empty()) {
+        t_lastLine = t_lastColumn = 1;
         return nullptr;
+    }
     if (size > static_cast<std::size_t>(INT32_MAX)) {
         t_lastError = "document too large";
         return nullptr;
@@ -487,6 +574,8 @@ std::shared_ptr<HXMLWElement> parse(const char* data, std::size_t size, const ch
             xmlFreeDoc(doc);
         state.ctxt->myDoc = nullptr;
         RootElement* root = wellFormed ? builder.takeRoot() : nullptr;
+        t_lastLine = builder.errorLine();
+        t_lastColumn = builder.errorColumn();
         if (builder.stopped()) {
             t_lastError = builder.error();
             t_lastBound = builder.bound();
@@ -497,8 +586,11 @@ std::shared_ptr<HXMLWElement> parse(const char* data, std::size_t size, const ch
         } else if (!wellFormed) {
             t_lastError = builder.error();
             const xmlError* last = xmlCtxtGetLastError(state.ctxt);
-            if (t_lastError.empty() && last && last->message)
+            if (t_lastError.empty() && last && last->message) {
                 t_lastError = last->message;
+                t_lastLine = last->line;
+                t_lastColumn = last->int2;
+            }
         } else if (!root) {
             t_lastError = "no root element";
         }
@@ -522,6 +614,7 @@ std::shared_ptr<HXMLWElement> HXMLWInterface::readFromFile(const std::string& pa
     // costs no fresh memory from the system at each read.
     thread_local std::string text;
     t_lastBound.clear();
+    t_lastLine = t_lastColumn = 0;
     std::string why;
     try {
         if (!HUTFileUtils::readInput(path, text, why)) {
@@ -542,6 +635,7 @@ std::shared_ptr<HXMLWElement> HXMLWInterface::readFromFile(const std::string& pa
 
 std::shared_ptr<HXMLWElement> HXMLWInterface::readFromBuffer(const std::string& text) {
     t_lastBound.clear();
+    t_lastLine = t_lastColumn = 0;
     if (text.empty()) {
         t_lastError = "empty document";
         return nullptr;
@@ -550,5 +644,9 @@ std::shared_ptr<HXMLWElement> HXMLWInterface::readFromBuffer(const std::string& 
 }
 
 const std::string& HXMLWInterface::lastError() { return t_lastError; }
+
+int HXMLWInterface::lastErrorLine() { return t_lastLine; }
+
+int HXMLWInterface::lastErrorColumn() { return t_lastColumn; }
 
 const std::string& HXMLWInterface::lastBound() { return t_lastBound; }

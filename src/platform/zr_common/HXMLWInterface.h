@@ -32,6 +32,10 @@ public:
     static std::shared_ptr<HXMLWElement> readFromBuffer(const std::string& text);
     // Parser text of the last failure on this thread, for diagnostics.
     static const std::string& lastError();
+    // Where the last failure on this thread was found in its document,
+    // 1-based; 0 when it has no place there (a file that was not read).
+    static int lastErrorLine();
+    static int lastErrorColumn();
     // The bound of HXMLWLimits that the last failed read on this thread broke,
     // or of the input file's kind and size; empty when it broke none.
     static const std::string& lastBound();

@@ -62,6 +62,7 @@ void preParse(const std::string& path, const char* dtdName) {
         reader.setHandlers(&resolver, &handler);
         reader.parse(path);
     } catch (const SAXParseException& e) {
+        const ComMsgPositionScope at(path, static_cast<int>(e.getLineNumber()), static_cast<int>(e.getColumnNumber()));
         raise("@49-115@%s%s", toUtf8(e.getMessage()), path);
     } catch (const XMLException& e) {
         raise("@49-115@%s%s", toUtf8(e.getMessage()), path);

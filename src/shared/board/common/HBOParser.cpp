@@ -33,11 +33,16 @@ bool HBOParser::parseFile(const std::string& path, HBOBoard* board) {
                                  text.empty() ? std::string() : ", " + text);
     } catch (const HEXError& e) {
         // A refused file says why; any other error keeps the general message.
-        if (HBOXmlFileLoader::isRefusal(e))
+        if (HBOXmlFileLoader::isRefusal(e)) {
             e.print();
-        else
-            ComMsgMgr::sendMsg::eval(1, __FILE__, __LINE__, "board", ComMsgMgr::MSG_CRITICAL_WARNING, "@49-59@%s",
-                                     path);
+        } else {
+            // The general message takes the place and the parser's words of the error it stands for.
+            ComMsgMgrInstance msg = ComMsgMgrInstance::createInstance::eval(
+                1, __FILE__, __LINE__, "board", ComMsgMgr::MSG_CRITICAL_WARNING, "@49-59@%s", path);
+            msg.setPosition(e.getMsg().getPosition());
+            msg.setDetail(e.getMsg().getDetail());
+            ComMsgMgr::sendMessage(msg);
+        }
     } catch (...) {
         ComMsgMgr::sendMsg::eval(1, __FILE__, __LINE__, "board", ComMsgMgr::MSG_CRITICAL_WARNING, "@49-59@%s", path);
     }

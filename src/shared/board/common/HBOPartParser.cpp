@@ -12,6 +12,7 @@
 #include "HBOBoard.h"
 #include "HBOBoardComponent.h"
 #include "HBOBoardUtils.h"
+#include "HBOElementScope.h"
 #include "HBOBusIf.h"
 #include "HBOIpPreset.h"
 #include "HBOLegacyGrammar.h"
@@ -68,15 +69,19 @@ bool HBOPartParser::parseFile(const std::string& path, HBOBoard* board) {
     bool result = false;
     bool returned = false;
     std::string detail;
+    ComMsgMgrInstance cause;
     try {
         result = read(path);
         returned = true;
     } catch (const std::string& text) {
         detail = text;
     } catch (const HEXError& e) {
-        // A refused file says why; other errors with an id of their own stay here.
+        // A refused file says why; other errors with an id of their own stay
+        // here, and only their place and words go on beside the general message.
         if (HBOXmlFileLoader::isRefusal(e))
             e.print();
+        else
+            cause = e.getMsg();
     } catch (...) {
         // An error raised with an id of its own goes no further than here:
         // the caller sees the general failure with empty detail.
@@ -90,8 +95,14 @@ bool HBOPartParser::parseFile(const std::string& path, HBOBoard* board) {
         delete m_part;
     }
     if (!result) {
-        ComMsgMgr::sendMsg::eval(2, __FILE__, __LINE__, "board", ComMsgMgr::MSG_CRITICAL_WARNING, "@49-4@%s%s", path,
-                                 detail.empty() ? std::string() : ", " + detail);
+        ComMsgMgrInstance msg = ComMsgMgrInstance::createInstance::eval(
+            2, __FILE__, __LINE__, "board", ComMsgMgr::MSG_CRITICAL_WARNING, "@49-4@%s%s", path,
+            detail.empty() ? std::string() : ", " + detail);
+        if (cause.getPosition().known()) {
+            msg.setPosition(cause.getPosition());
+            msg.setDetail(cause.getDetail().empty() ? cause.getText() : cause.getDetail());
+        }
+        ComMsgMgr::sendMessage(msg);
     }
     m_part = nullptr;
     m_board = nullptr;
@@ -105,6 +116,8 @@ bool HBOPartParser::read(const std::string& path) {
         return true;
     HBOLegacyGrammar::preParse(path, "board_part.dtd");
     std::shared_ptr<HXMLWElement> root = HBOXmlFileLoader::loadRoot(path);
+    // The root's attributes name the board and its preset file.
+    const HBOElementScope atRoot(path, root.get());
 
     m_board->setBoardFile(path);
     m_part->setBoardFile(path);
@@ -241,6 +254,7 @@ bool HBOPartParser::readInterfaces(const HXMLWElement* root) {
         for (const HXMLWElement* ifElem : children(ifs)) {
             if (!isNamed(ifElem, "interface"))
                 continue;
+            const HBOElementScope atInterface(m_board->getBoardFile(), ifElem);
             HBOBusIf* busIf = new HBOBusIf();
             const std::string name = attr(ifElem, "name");
             busIf->setName(name);
@@ -267,6 +281,7 @@ bool HBOPartParser::readInterfaces(const HXMLWElement* root) {
                 if (isNamed(child, "port_maps")) {
                     for (const HXMLWElement* map : children(child)) {
                         if (!isNamed(map, "port_map")) {
+                            const HBOElementScope atMap(m_board->getBoardFile(), map);
                             ComMsgMgr::sendMsg::eval(2, __FILE__, __LINE__, "board", ComMsgMgr::MSG_WARNING,
                                                      "@49-39@%s%s", map->getTagName(), name);
                             delete busIf;
@@ -280,6 +295,7 @@ bool HBOPartParser::readInterfaces(const HXMLWElement* root) {
                 } else if (isNamed(child, "parameters")) {
                     for (const HXMLWElement* param : children(child)) {
                         if (!isNamed(param, "parameter")) {
+                            const HBOElementScope atParam(m_board->getBoardFile(), param);
                             ComMsgMgr::sendMsg::eval(2, __FILE__, __LINE__, "board", ComMsgMgr::MSG_WARNING,
                                                      "@49-38@%s%s", param->getTagName(), name);
                             delete busIf;
@@ -310,6 +326,7 @@ bool HBOPartParser::readPresetFile(const std::string& name) {
         return false;
     }
     std::string text;
+    ComMsgMgrInstance cause;
     bool ok = false;
     try {
         HBOLegacyGrammar::preParse(path, "preset.dtd");
@@ -320,10 +337,18 @@ bool HBOPartParser::readPresetFile(const std::string& name) {
     } catch (const HEXError& e) {
         // A preset file that cannot be read never fails the board.
         text = e.getMsg().getText();
+        cause = e.getMsg();
     }
-    if (!ok)
-        ComMsgMgr::sendMsg::eval(2, __FILE__, __LINE__, "board", ComMsgMgr::MSG_CRITICAL_WARNING, "@49-63@%s%s", path,
-                                 ", " + text);
+    if (!ok) {
+        ComMsgMgrInstance msg = ComMsgMgrInstance::createInstance::eval(
+            2, __FILE__, __LINE__, "board", ComMsgMgr::MSG_CRITICAL_WARNING, "@49-63@%s%s", path, ", " + text);
+        // A fault inside the preset file is shown where it lies there.
+        if (cause.getPosition().known()) {
+            msg.setPosition(cause.getPosition());
+            msg.setDetail(cause.getDetail());
+        }
+        ComMsgMgr::sendMessage(msg);
+    }
     return ok;
 }
 

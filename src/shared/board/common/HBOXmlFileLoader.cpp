@@ -94,8 +94,16 @@ std::shared_ptr<HXMLWElement> loadRoot(const std::string& file) {
             root = HXMLWInterface::readFromFile(file);
         else
             root = HXMLWInterface::readFromBuffer(readPackedText(file));
-        if (!root && !HXMLWInterface::lastBound().empty())
-            refuseBound(file, HXMLWInterface::lastBound());
+        if (!root) {
+            // The parser's place and text of the fault travel beside the message.
+            const ComMsgPositionScope at(file, HXMLWInterface::lastErrorLine(), HXMLWInterface::lastErrorColumn());
+            if (!HXMLWInterface::lastBound().empty())
+                refuseBound(file, HXMLWInterface::lastBound());
+            ComMsgMgrInstance msg = ComMsgMgrInstance::createInstance::eval(1, __FILE__, __LINE__, "board",
+                                                                            ComMsgMgr::MSG_ERROR, "@49-111@%s", file);
+            msg.setDetail(HXMLWInterface::lastError());
+            throw HEXError(msg);
+        }
     }
     if (!root)
         throw HEXError(ComMsgMgrInstance::createInstance::eval(1, __FILE__, __LINE__, "board", ComMsgMgr::MSG_ERROR,

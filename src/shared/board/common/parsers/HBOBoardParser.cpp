@@ -108,6 +108,7 @@ bool HBOBoardParser::parseFile(const std::string& file, HBOBoard* boardIn, const
     dtdDirectory = dtdDir;
     xmlOverrideDirectory = overrideDir;
     deferredMessages.clear();
+    readFrom.clear();
     readInterfaceNames.clear();
     portOwners.clear();
 
@@ -121,7 +122,10 @@ bool HBOBoardParser::parseFile(const std::string& file, HBOBoard* boardIn, const
     board = boardIn;
     bool result = false;
     std::string reason;
+    ComMsgPositionScope::takeUnwound();
     const bool cameBack = guarded([&] { result = readBoardFile(file, reason); }, reason);
+    // A read that an exception ended is placed where the exception left the reader.
+    const ComMsgPosition endedAt = cameBack ? ComMsgPosition() : ComMsgPositionScope::takeUnwound();
 
     xmlValidatedOut = xmlValidated;
     dtdDirectory.clear();
@@ -132,10 +136,13 @@ bool HBOBoardParser::parseFile(const std::string& file, HBOBoard* boardIn, const
         flushDeferredMessages();
     }
 
-    if (!result)
+    if (!result) {
+        const ComMsgPositionScope at(endedAt.file, endedAt.line, endedAt.column);
         ComMsgMgr::sendMsg::eval(2, __FILE__, __LINE__, "board", ComMsgMgr::MSG_CRITICAL_WARNING, "@49-56@%s%s",
                                  file, reason.empty() ? std::string() : ", " + reason);
+    }
     board = nullptr;
+    readFrom.clear();
     return result;
 }
 
@@ -287,6 +294,11 @@ void HBOBoardParser::flushDeferredMessages() {
 
 void HBOBoardParser::addDeferredMessage(const ComMsgMgrInstance& msg, bool ok) {
     deferredMessages.emplace_back(msg, ok);
+}
+
+const HXMLWElement* HBOBoardParser::elementOf(const void* object) const {
+    auto it = readFrom.find(object);
+    return it == readFrom.end() ? nullptr : it->second;
 }
 
 void HBOBoardParser::deferCheck(const std::string& text, bool ok) {

@@ -18,6 +18,7 @@
 #include "ComMsgMgrInstance.h"
 #include "DeferredMessage.h"
 #include "HBOChildElements.h"
+#include "HBOElementScope.h"
 #include "HBOBoardComponent.h"
 #include "HXMLWElement.h"
 
@@ -62,6 +63,9 @@ private:
     bool validateXml(const std::string& file, const std::string& grammar);
     void flushDeferredMessages();
     void addDeferredMessage(const ComMsgMgrInstance& msg, bool ok = false);
+    // The element that a model object was read from, for the checks that run
+    // after the file is read; null when none was recorded.
+    const HXMLWElement* elementOf(const void* object) const;
     // @49-69 with the board file and `text`, deferred.
     void deferCheck(const std::string& text, bool ok = false);
     const std::string& boardFile() const;
@@ -138,7 +142,7 @@ private:
     // Pins in document order to the result of the pin reader: of two pins of one
     // name the earlier is deleted and the later stays, and the list is in name order.
     static void keepLastPinOfEachName(PinList& pins);
-    void readDesignConstrs(HXMLWElement* constrsElem, DesignConstrList& constrs);
+    void readDesignConstrs(HXMLWElement* constrsElem, const std::string& file, DesignConstrList& constrs);
 
     // ---- Preset file ----
     bool readPresetFile(const std::string& presetFile);
@@ -185,6 +189,9 @@ private:
     std::string dtdDirectory;
     std::string xmlOverrideDirectory;
     std::vector<DeferredMessage> deferredMessages;
+    // Components, interfaces and modes of board.xml to their elements, whose
+    // tree outlives the checks; see elementOf.
+    std::unordered_map<const void*, const HXMLWElement*> readFrom;
     // Physical port name to (interface name, of_component), over one parse,
     // for the port check's "named twice in one component" finding.
     std::map<std::string, std::pair<std::string, std::string>> portOwners;

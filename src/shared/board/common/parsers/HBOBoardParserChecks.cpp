@@ -230,6 +230,7 @@ bool HBOBoardParser::checkClockInterfaces() {
     std::vector<HBOBusIf*> interfaces;
     active->getInterfacesVec(interfaces);
     for (HBOBusIf* busIf : interfaces) {
+        const HBOElementScope at(boardFile(), elementOf(busIf));
         std::string vlnv;
         busIf->getAbstractTypeVLNV(vlnv, ":");
         const std::map<std::string, std::string>& params = busIf->getParamList();
@@ -261,6 +262,7 @@ bool HBOBoardParser::checkFpgaInterfaces() {
         const std::string& ofComponent = busIf->getOfComponent();
         if (ofComponent.empty() || components.find(ofComponent))
             continue;
+        const HBOElementScope at(boardFile(), elementOf(busIf));
         deferCheck("Component " + ofComponent + " provided for interface " + busIf->getName() +
                    " is not found in list of components on the board.");
         ok = false;
@@ -283,6 +285,7 @@ bool HBOBoardParser::checkRevisionsAndModes() {
     board->getBoardComponentsVec(components);
     for (HBOBoardComponent* component : components) {
         for (HBOComponentMode* mode : component->getComponentModes()) {
+            const HBOElementScope at(boardFile(), elementOf(mode));
             for (const auto& entry : mode->getInterfaces()) {
                 const std::string& intf = entry.second.first;
                 // Told but not failed: the mode is merely unusable.
@@ -301,6 +304,7 @@ bool HBOBoardParser::checkRevisionsAndModes() {
         if (!HSTStringUtils::iequals(component->getSubType(), "system_clock") ||
             !component->getComponentModes().empty())
             continue;
+        const HBOElementScope at(boardFile(), elementOf(component));
         std::vector<HBOBusIf*> served;
         component->getOfCompInterfaces(served, true, nullptr);
         for (HBOBusIf* busIf : served) {

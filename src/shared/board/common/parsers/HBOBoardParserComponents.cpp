@@ -110,7 +110,9 @@ bool HBOBoardParser::readComponents(HXMLWElement* root, std::string& reason) {
         if (!isNamed(section, "components"))
             continue;
         for (HXMLWElement* e : getChildElements(section)) {
+            const HBOElementScope atComponent(boardFile(), e);
             HBOBoardComponent* component = new HBOBoardComponent();
+            readFrom[component] = e;
             bool ok = false;
             try {
                 ok = readComponent(component, e, reason);
@@ -248,6 +250,7 @@ HBOBoardComponentDriver* HBOBoardParser::readDriver(HXMLWElement* e) {
 }
 
 void HBOBoardParser::readPosition(HBOBoardComponent* component, HXMLWElement* e) {
+    const HBOElementScope at(boardFile(), e);
     const char* idText = e->getAttribute("id");
     const int id = (!idText || !*idText) ? 0 : parseIntAttribute(idText, "position id");
     HBOBoardCompMuxPosition* position = new HBOBoardCompMuxPosition();
@@ -260,7 +263,9 @@ void HBOBoardParser::readPosition(HBOBoardComponent* component, HXMLWElement* e)
 }
 
 bool HBOBoardParser::readComponentMode(HBOBoardComponent* component, HXMLWElement* e, std::string& /*reason*/) {
+    const HBOElementScope at(boardFile(), e);
     HBOComponentMode* mode = new HBOComponentMode();
+    readFrom[mode] = e;
     mode->setOwnerComponent(component);
     mode->setName(getAttr(e, "name"));
     mode->setDisplayName(getAttr(e, "display_name"));
@@ -275,6 +280,7 @@ bool HBOBoardParser::readComponentMode(HBOBoardComponent* component, HXMLWElemen
         } else if (isNamed(child, "interfaces")) {
             int place = 0;
             for (HXMLWElement* intf : getChildElements(child)) {
+                const HBOElementScope atInterface(boardFile(), intf);
                 const char* orderText = intf->getAttribute("order");
                 const int order =
                     (!orderText || !*orderText) ? place : parseIntAttribute(orderText, "interface order");
@@ -300,6 +306,7 @@ bool HBOBoardParser::readComponentMode(HBOBoardComponent* component, HXMLWElemen
 
 bool HBOBoardParser::readPreferredIp(HBOBusIfPreference* pref, HXMLWElement* e, const std::string& presetProc,
                                      bool inInterface) {
+    const HBOElementScope at(boardFile(), e);
     const std::string vendor = getAttr(e, "vendor");
     const std::string library = getAttr(e, "library");
     const std::string name = getAttr(e, "name");
@@ -335,7 +342,9 @@ bool HBOBoardParser::readInterfaces(HBOBoardComponent* component, HXMLWElement* 
     std::set<std::string> names;
     std::set<std::string> masters;
     for (HXMLWElement* e : getChildElements(interfaces)) {
+        const HBOElementScope atInterface(boardFile(), e);
         HBOBusIf* busIf = new HBOBusIf();
+        readFrom[busIf] = e;
         busIf->setOwnerComponent(component);
         bool ok = false;
         try {
@@ -475,6 +484,7 @@ void HBOBoardParser::lookupInterfacePreset(HBOBusIf* busIf, const std::string& p
 
 bool HBOBoardParser::readPortMap(HBOBusIf* busIf, HBOBoardComponent* component, HXMLWElement* e,
                                  std::set<std::string>& logicalPorts) {
+    const HBOElementScope at(boardFile(), e);
     const std::string logical = getAttr(e, "logical_port");
     const std::string physical = getAttr(e, "physical_port");
 
@@ -509,6 +519,7 @@ bool HBOBoardParser::readPortMap(HBOBusIf* busIf, HBOBoardComponent* component, 
             std::unordered_map<std::string_view, const char*> pinByIndex;
             pinByIndex.reserve(pinMaps.size());
             for (HXMLWElement* pm : pinMaps) {
+                const HBOElementScope atPinMap(boardFile(), pm);
                 const char* indexText = pm->getAttribute("port_index");
                 const std::string index = indexText ? indexText : "";
                 const char* pinText = pm->getAttribute("component_pin");
@@ -551,6 +562,7 @@ bool HBOBoardParser::readPortMap(HBOBusIf* busIf, HBOBoardComponent* component, 
 }
 
 void HBOBoardParser::readComponentPin(HBOBoardComponent* component, HXMLWElement* e) {
+    const HBOElementScope at(boardFile(), e);
     const int index = parseIntAttribute(e->getAttribute("index"), "pin index");
     // The pin file came first and wins; a pin listed here again is left alone.
     if (component->getPinByIndex(index))

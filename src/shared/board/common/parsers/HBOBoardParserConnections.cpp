@@ -68,6 +68,7 @@ bool HBOBoardParser::readIpAssociatedRules(HXMLWElement* root, std::string& reas
     for (HXMLWElement* section : getChildElements(root)) {
         if (!isNamed(section, "ip_associated_rules"))
             continue;
+        const HBOElementScope atSection(boardFile(), section);
         // The dispatch records the file's schema on the board; a board handed to
         // this reader directly has none, and then the file's own word counts.
         std::string schema = board->getBoardSchemaVersion();
@@ -82,6 +83,7 @@ bool HBOBoardParser::readIpAssociatedRules(HXMLWElement* root, std::string& reas
             const std::string ruleName = getAttr(rule, "name");
             std::vector<HBOIpPreset*> presets;
             for (HXMLWElement* ip : getChildElements(rule)) {
+                const HBOElementScope atIp(boardFile(), ip);
                 HBOIpPreset* preset = new HBOIpPreset();
                 preset->setPresetProcName(ruleName);
                 preset->setPresetorAssocIntf("assoc_intf");
@@ -154,6 +156,7 @@ bool HBOBoardParser::readConnections(HXMLWElement* root, std::string& reason) {
 bool HBOBoardParser::readConnectionMap(HXMLWElement* map, const std::string& connectionName,
                                        const std::string& comp1, const std::string& comp2,
                                        std::string& /*reason*/) {
+    const HBOElementScope at(boardFile(), map);
     const char* st1 = map->getAttribute("c1_st_index");
     const char* end1 = map->getAttribute("c1_end_index");
     const char* st2 = map->getAttribute("c2_st_index");
@@ -231,6 +234,7 @@ bool HBOBoardParser::readConnectionMap(HXMLWElement* map, const std::string& con
                     net->setEnablementDependency(dependency);
             } else if (isNamed(child, "nets")) {
                 for (HXMLWElement* netElem : getChildElements(child)) {
+                    const HBOElementScope atNet(boardFile(), netElem);
                     const int index = parseIntAttribute(netElem->getAttribute("index"), "net index");
                     const float typical = parseDelay(getAttr(netElem, "typical_delay"));
                     const float netMin = parseDelay(getAttr(netElem, "min_delay"));

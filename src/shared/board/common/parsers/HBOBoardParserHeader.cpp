@@ -55,6 +55,8 @@ bool HBOBoardParser::readHeader(HXMLWElement* root, std::string& reason) {
     HBOChildElements children = getChildElements(root);
     if (children.empty())
         return false;
+    // The root's attributes name the board and its preset file.
+    const HBOElementScope atRoot(boardFile(), root);
 
     const std::string vendor = getAttr(root, "vendor");
     const std::string name = getAttr(root, "name");
@@ -77,6 +79,7 @@ bool HBOBoardParser::readHeader(HXMLWElement* root, std::string& reason) {
     std::string boardImage;
     for (HXMLWElement* child : children) {
         if (isNamed(child, "compatible_board_revisions")) {
+            const HBOElementScope atRevisions(boardFile(), child);
             HBOChildElements revisions = getChildElements(child);
             if (revisions.empty()) {
                 addDeferredMessage(ComMsgMgrInstance::createInstance::eval(
@@ -84,8 +87,10 @@ bool HBOBoardParser::readHeader(HXMLWElement* root, std::string& reason) {
                 continue;
             }
             std::map<int, std::string> byId;
-            for (HXMLWElement* revision : revisions)
+            for (HXMLWElement* revision : revisions) {
+                const HBOElementScope atRevision(boardFile(), revision);
                 byId[parseNonNegativeInt(getAttr(revision, "id"), "revision id", boardFile())] = getText(revision);
+            }
             board->setCompatibleBoardRevisions(byId);
         } else if (isNamed(child, "images")) {
             for (HXMLWElement* imageElem : getChildElements(child)) {

@@ -42,6 +42,7 @@ bool HBOBoardParser::readPinXml(const std::string& file, PinList& pins, DesignCo
     HBOChildElements children = getChildElements(root.get());
     if (children.empty())
         return true;
+    const HBOElementScope atRoot(file, root.get());
 
     const std::string partName = getAttr(root.get(), "part_name");
     const std::string boardPart = board->getPartString();
@@ -52,7 +53,7 @@ bool HBOBoardParser::readPinXml(const std::string& file, PinList& pins, DesignCo
 
     for (HXMLWElement* child : children) {
         if (isNamed(child, "design_constrs"))
-            readDesignConstrs(child, constrs);
+            readDesignConstrs(child, file, constrs);
         else if (isNamed(child, "pins"))
             readPins(child, file, pins);
     }
@@ -72,6 +73,7 @@ void HBOBoardParser::readPins(HXMLWElement* pinsElem, const std::string& file, P
                                                             HBOPinProps::getPortPropNames().end());
     pins.reserve(pins.size() + children.size());
     for (HXMLWElement* e : children) {
+        const HBOElementScope atPin(file, e);
         // A pin that fails the checks below is still made: the faults are
         // reported, the data is kept.
         HBOPinProps* pin = new HBOPinProps();
@@ -141,8 +143,10 @@ void HBOBoardParser::keepLastPinOfEachName(PinList& pins) {
     pins.resize(kept);
 }
 
-void HBOBoardParser::readDesignConstrs(HXMLWElement* constrsElem, DesignConstrList& constrs) {
+void HBOBoardParser::readDesignConstrs(HXMLWElement* constrsElem, const std::string& file,
+                                       DesignConstrList& constrs) {
     for (HXMLWElement* e : getChildElements(constrsElem)) {
+        const HBOElementScope at(file, e);
         if (isNamed(e, "dci_cascade")) {
             HBOBoardComponent::DciCascadeConstr dci;
             dci.masterBank = parseNonNegativeInt(getAttr(e, "master_bank_id"), "dci_cascade master attribute",

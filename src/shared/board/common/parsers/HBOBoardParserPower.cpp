@@ -152,6 +152,8 @@ bool HBOBoardParser::readPowerRails(HXMLWElement* root, std::string& reason) {
     std::map<std::string, int> freePhases;
     std::unordered_set<std::string> usedMembers;
     std::unordered_set<std::string> usedSupplies;
+    // The element of each rail, for the phase faults found after the section.
+    std::vector<const HXMLWElement*> railElems;
 
     auto fault = [this](const char* format, const std::string& a, const std::string& b) {
         addDeferredMessage(ComMsgMgrInstance::createInstance::eval(2, __FILE__, __LINE__, "board",
@@ -168,6 +170,7 @@ bool HBOBoardParser::readPowerRails(HXMLWElement* root, std::string& reason) {
         for (HXMLWElement* railElem : getChildElements(section)) {
             if (!isNamed(railElem, "power_rail"))
                 continue;
+            const HBOElementScope atRail(boardFile(), railElem);
             try {
                 const std::string name = toUpper(getAttr(railElem, "name"));
                 if (contains(railNames, name))
@@ -193,6 +196,7 @@ bool HBOBoardParser::readPowerRails(HXMLWElement* root, std::string& reason) {
                     const bool isRail = isNamed(child, "rail");
                     if (!isSupply && !isRail)
                         continue;
+                    const HBOElementScope atMember(boardFile(), child);
                     const std::string member = toUpper(getAttr(child, "name"));
                     const std::string phasedText = getAttr(child, "phased_power_source");
                     const bool phased = isRail && !phasedText.empty();
@@ -234,6 +238,7 @@ bool HBOBoardParser::readPowerRails(HXMLWElement* root, std::string& reason) {
                 }
                 rails.emplace_back(name, supplies, subRails, isDirect, numPhases, memberPhases);
                 railNames.push_back(name);
+                railElems.push_back(railElem);
             } catch (const std::exception& e) {
                 // A number that is no number ends this rail, not the section.
                 ComMsgMgr::sendMsg::eval(1, __FILE__, __LINE__, "board", ComMsgMgr::MSG_WARNING, "@49-44@%s",
@@ -243,7 +248,9 @@ bool HBOBoardParser::readPowerRails(HXMLWElement* root, std::string& reason) {
     }
 
     // Every phase of a phased rail must be taken by the rails it feeds.
-    for (const HBOPowerRail& source : rails) {
+    for (std::size_t r = 0; r < rails.size(); ++r) {
+        const HBOPowerRail& source = rails[r];
+        const HBOElementScope atSource(boardFile(), railElems[r]);
         const int numPhases = source.getNumPhases();
         if (numPhases <= 0)
             continue;

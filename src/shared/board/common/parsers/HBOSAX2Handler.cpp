@@ -19,6 +19,8 @@ void HBOSAX2Handler::store(const char* format, const xercesc::SAXParseException&
         xercesc::XMLString::release(&t);
     }
     int line = adjustLine(static_cast<int>(e.getLineNumber()));
+    // The validating parser's own place of the fault travels beside the message.
+    const ComMsgPositionScope at(m_file, line, static_cast<int>(e.getColumnNumber()));
     m_messages.push_back(ComMsgMgrInstance::createInstance::eval(3, __FILE__, __LINE__, "board",
                                                                  ComMsgMgr::MSG_WARNING, format, m_file, line,
                                                                  text));
