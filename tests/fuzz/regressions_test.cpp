@@ -94,8 +94,9 @@ TEST(FuzzBundle, JoinIsTheInverseOfSplit) {
 TEST(FuzzRegressions, EveryDirectoryNamesATarget) {
     ASSERT_TRUE(fs::is_directory(kRegressions)) << kRegressions;
     for (const fs::directory_entry& d : fs::directory_iterator(kRegressions))
-        if (fs::is_directory(d.path()))
+        if (fs::is_directory(d.path())) {
             EXPECT_NE(zrfuzz::findTarget(d.path().filename().string()), nullptr) << d.path();
+        }
 }
 
 // One case per target, so that a failure names the target; the input's file
@@ -126,4 +127,5 @@ TEST_P(FuzzReplay, RegressionInputsRunClean) {
 
 INSTANTIATE_TEST_SUITE_P(Targets, FuzzReplay,
                          ::testing::Values("board_reader", "schema1_reader", "xml_tree", "preferences", "utilities",
-                                           "migration_models"));
+                                           "migration_models"),
+                         [](const ::testing::TestParamInfo<std::string>& info) { return info.param; });

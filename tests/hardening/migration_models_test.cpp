@@ -13,7 +13,7 @@ namespace {
 class MigrationModelBounds : public ParserFixture {};
 
 TEST_F(MigrationModelBounds, BrokenParseBoundsAreToldAndReadAsNoDocument) {
-    // Ten levels of ten references: 10^10 expansions on paper.
+    // Ten levels of ten references: 10^11 characters on paper.
     std::string bomb = "<?xml version=\"1.0\"?>\n<!DOCTYPE pins [\n<!ENTITY a0 \"hhhhhhhhhh\">\n";
     for (int i = 1; i <= 10; ++i) {
         bomb += "<!ENTITY a" + std::to_string(i) + " \"";
@@ -32,7 +32,7 @@ TEST_F(MigrationModelBounds, BrokenParseBoundsAreToldAndReadAsNoDocument) {
     EXPECT_FALSE(model.parsePresets(presets));
     const Args told = argsOf("49-901");
     ASSERT_EQ(told.size(), 2u);
-    EXPECT_EQ(told[0], (Strings{pins, HXMLWLimits::kExpansionCountBound}));
+    EXPECT_EQ(told[0], (Strings{pins, HXMLWLimits::kExpansionSizeBound}));
     EXPECT_EQ(told[1], (Strings{presets, HXMLWLimits::kDepthBound}));
 }
 
