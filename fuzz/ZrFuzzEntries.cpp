@@ -21,7 +21,6 @@
 #include "HBOBoardUtils.h"
 #include "HBOParser.h"
 #include "HBOPartParser.h"
-#include "HEXAll.h"
 #include "HPAParamMgr.h"
 #include "HXMLWInterface.h"
 
@@ -145,14 +144,10 @@ int schema1Reader(const std::uint8_t* data, std::size_t size) {
     const std::string file = boardDirectory(data, size, "schema1");
     HBOBoard board;
     board.setBoardSchemaVersion("1.1");
-    try {
-        if (HBOPartParser().parseFile(file, &board)) {
-            HBOParser().migrateV1ToV2(&board);
-            copyBoard(board);
-        }
-    } catch (const std::string&) {
-        // The catalogue takes such a throw as a message and keeps the board.
-    } catch (const HEXError&) {
+    // Nothing may leave the reader as an exception: an escaping one is a finding.
+    if (HBOPartParser().parseFile(file, &board)) {
+        HBOParser().migrateV1ToV2(&board);
+        copyBoard(board);
     }
     return 0;
 }
@@ -261,27 +256,35 @@ int utilities(const std::uint8_t* data, std::size_t size) {
     return 0;
 }
 
+// Standard output goes nowhere while it lives.
+class CoutSink {
+public:
+    CoutSink() : m_was(std::cout.rdbuf(m_sink.rdbuf())) {}
+    ~CoutSink() { std::cout.rdbuf(m_was); }
+    CoutSink(const CoutSink&) = delete;
+    CoutSink& operator=(const CoutSink&) = delete;
+
+private:
+    std::ostringstream m_sink;
+    std::streambuf* m_was;
+};
+
 // The migration tool's three file models, read from a bundle and written out.
 int migrationModels(const std::uint8_t* data, std::size_t size) {
     setUp();
     const Bundle bundle = splitBundle(data, size);
     const std::string in = writeBundle(bundle, "migrate-in");
     const std::string out = scratch().fresh("migrate-out");
-    // The board file model lists its components on standard output.
-    std::ostringstream sink;
-    std::streambuf* const was = std::cout.rdbuf(sink.rdbuf());
-    try {
-        HBMBoard board;
-        board.parseBoardFile(in + "/board.xml");
-        board.parsePins(in + "/part0_pins.xml");
-        board.parsePresets(in + "/preset.xml");
-        board.writeBoardFile(out);
-        board.writePinsFile(out);
-        board.writePresetsFile(out);
-    } catch (const HEXError&) {
-        // A packed file that cannot be opened: the driver's caller sees it.
-    }
-    std::cout.rdbuf(was);
+    // The board file model lists its components on standard output. Every
+    // file can be opened here, so no exception may leave the models.
+    CoutSink quiet;
+    HBMBoard board;
+    board.parseBoardFile(in + "/board.xml");
+    board.parsePins(in + "/part0_pins.xml");
+    board.parsePresets(in + "/preset.xml");
+    board.writeBoardFile(out);
+    board.writePinsFile(out);
+    board.writePresetsFile(out);
     return 0;
 }
 
