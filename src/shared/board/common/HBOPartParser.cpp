@@ -310,7 +310,9 @@ bool HBOPartParser::readInterfaces(const HXMLWElement* root) {
                         busIf->setPresetFile(file);
                 }
             }
-            m_part->setBusIf(name, busIf);
+            // An interface without a name is refused and stays ours to free.
+            if (!m_part->setBusIf(name, busIf))
+                delete busIf;
         }
     }
     return true;

@@ -8,6 +8,7 @@
 
 #include "ComMsgMgr.h"
 #include "HBOXmlFileLoader.h"
+#include "HEXAll.h"
 #include "HXMLWInterface.h"
 #include "xp_format.h"
 
@@ -18,12 +19,26 @@ std::string inDir(const std::string& dir, const std::string& name) {
     return dir + (!dir.empty() && dir.back() == '/' ? "" : "/") + name;
 }
 
+// A file refused for its kind or size, or for a broken parse bound, is told
+// as every reader tells it and reads as no document; the driver goes on.
 std::shared_ptr<HXMLWElement> readDocument(const std::string& path) {
     if (!HBOXmlFileLoader::admitted(path))
         return nullptr;
-    if (!isl::iostreams::xp::is_xp_format(path))
-        return HXMLWInterface::readFromFile(path);
-    return HXMLWInterface::readFromBuffer(HBOXmlFileLoader::readPackedText(path));
+    try {
+        std::shared_ptr<HXMLWElement> root;
+        if (!isl::iostreams::xp::is_xp_format(path))
+            root = HXMLWInterface::readFromFile(path);
+        else
+            root = HXMLWInterface::readFromBuffer(HBOXmlFileLoader::readPackedText(path));
+        if (!root && !HXMLWInterface::lastBound().empty())
+            HBOXmlFileLoader::refuseBound(path, HXMLWInterface::lastBound());
+        return root;
+    } catch (const HEXError& e) {
+        if (!HBOXmlFileLoader::isRefusal(e))
+            throw;
+        e.print();
+        return nullptr;
+    }
 }
 
 template <class Model>
