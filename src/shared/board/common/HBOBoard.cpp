@@ -39,6 +39,9 @@ HBOBoard::~HBOBoard() {
     for (auto& entry : m_components)
         delete entry.second;
     m_components.clear();
+    for (HBOBoardComponent* c : m_replacedComponents)
+        delete c;
+    m_replacedComponents.clear();
     m_activePart = nullptr;
     for (HBOBoardBus* b : m_buses)
         delete b;
@@ -126,6 +129,11 @@ void HBOBoard::addBoardComponent(HBOBoardComponent* component) {
         return;
     // A component of an equal name is replaced, not deleted: whoever added it keeps it.
     m_components[component->getComponentName()] = component;
+}
+
+void HBOBoard::keepReplacedComponent(HBOBoardComponent* component) {
+    if (component)
+        m_replacedComponents.push_back(component);
 }
 
 void HBOBoard::getBoardComponentsVec(std::vector<HBOBoardComponent*>& out) const {

@@ -145,6 +145,9 @@ public:
     // ---- Components and the active part ----
     const ComponentMap& getBoardComponents() const { return m_components; }
     void addBoardComponent(HBOBoardComponent* component);
+    // A reader's own component that a later one of the same name pushed out of
+    // the map: others may still point at it, so it lives as long as the board.
+    void keepReplacedComponent(HBOBoardComponent* component);
     void getBoardComponentsVec(std::vector<HBOBoardComponent*>& out) const;
 
     // Both forms fill a missing active part with the first FPGA component.
@@ -304,6 +307,7 @@ private:
     std::string m_boardImage;
     ComponentMap m_components;                      // owned
     mutable HBOBoardComponent* m_activePart = nullptr;  // one of m_components
+    std::vector<HBOBoardComponent*> m_replacedComponents;  // owned
     HBOBoardDB* m_store = nullptr;                  // not owned
     std::map<std::string, std::string> m_connectedComponents;
     std::map<std::string, std::string> m_connectedBoards;

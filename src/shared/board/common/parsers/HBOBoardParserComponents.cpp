@@ -130,6 +130,10 @@ bool HBOBoardParser::readComponents(HXMLWElement* root, std::string& reason) {
                 delete component;
                 return false;
             }
+            // The board only replaces an equal name; the one pushed out is still ours.
+            auto same = board->getBoardComponents().find(component->getComponentName());
+            if (same != board->getBoardComponents().end() && same->second != component)
+                board->keepReplacedComponent(same->second);
             board->addBoardComponent(component);
         }
     }
