@@ -3,9 +3,6 @@
 namespace zrc {
 namespace pyinfra {
 
-PyObject* py_manager::py_tessaraModule = nullptr;
-PyObject* py_manager::py_result = nullptr;
-
 namespace {
 py_manager::result_maker g_maker = nullptr;
 }

@@ -14,9 +14,9 @@ namespace pyinfra {
 class py_manager {
 public:
     // The module the library's Python types are added to; null until the Python layer loads.
-    static PyObject* py_tessaraModule;
+    static inline PyObject* py_tessaraModule = nullptr;
     // The result of the call in progress: a new reference, taken over by whoever returns it to Python.
-    static PyObject* py_result;
+    static inline PyObject* py_result = nullptr;
 
     typedef void (*result_maker)(const HATAttrAny& value);
     static void set_result_maker(result_maker maker);
