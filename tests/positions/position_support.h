@@ -19,6 +19,7 @@
 #include "HBOParser.h"
 #include "HPAParamMgr.h"
 #include "PackedText.h"
+#include "TempDir.h"
 
 namespace fs = boost::filesystem;
 
@@ -59,8 +60,6 @@ inline Place placeOf(const std::string& text, const std::string& marker) {
 class PositionFixture : public ::testing::Test {
 protected:
     void SetUp() override {
-        m_dir = (fs::temp_directory_path() / fs::unique_path("zr-pos-%%%%-%%%%-%%%%")).string();
-        fs::create_directories(m_dir);
         m_wasPrinting = ComMsgMgr::printToStderr();
         ComMsgMgr::setPrintToStderr(false);
         m_listener = ComMsgMgr::addListener([this](const ComMsgMgrInstance& m) {
@@ -76,8 +75,6 @@ protected:
         ComMsgMgr::setPrintToStderr(m_wasPrinting);
         HPAParamMgr::getParamMgr()->resetValue("board.validateXML");
         HPAParamMgr::getParamMgr()->resetValue("board.enable2020Checks");
-        boost::system::error_code ec;
-        fs::remove_all(m_dir, ec);
     }
 
     void setParam(const std::string& name, const std::string& value) {
@@ -86,7 +83,7 @@ protected:
 
     // Copies a bundled board directory (below board_files or board_parts) into the scratch directory.
     std::string copyBoard(const std::string& bundled) {
-        const fs::path to = fs::path(m_dir) / fs::path(bundled).filename();
+        const fs::path to = m_dir.path() / fs::path(bundled).filename();
         fs::create_directories(to);
         for (const fs::directory_entry& e : fs::directory_iterator(kData + "/boards/" + bundled))
             if (fs::is_regular_file(e.path()))
@@ -142,10 +139,11 @@ protected:
     }
 
     const std::vector<ComMsgMgrInstance>& messages() const { return m_messages; }
-    const std::string& dir() const { return m_dir; }
+    const std::string& dir() const { return m_dirText; }
 
 private:
-    std::string m_dir;
+    TempDir m_dir;
+    const std::string m_dirText = m_dir.str();
     bool m_wasPrinting = true;
     int m_listener = 0;
     std::vector<ComMsgMgrInstance> m_messages;
