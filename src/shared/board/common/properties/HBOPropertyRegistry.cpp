@@ -10,18 +10,14 @@
 #include "HBOBoard.h"
 #include "HBOBoardUtils.h"
 #include "HBOIpPreset.h"
-#include "py_manager.h"
 
 namespace HBOPropertyRegistry {
 
 namespace {
-// With no interpreter, the value in out is the result, and in Python mode
-// also the Python manager's.
+// With no interpreter, the value in out is the result (and, in Python mode,
+// the Python manager's).
 bool publish(Tcl_Interp* interp, HATAttrAny& out) {
-    if (interp)
-        Tcl_SetObjResult(interp, HCPProperty::Utils::newTclObj(out));
-    else if (HCPProperty::LaunchMode::isPyMode())
-        zrc::pyinfra::py_manager::publish(out);
+    HCPProperty::Utils::setAttrResult(interp, out);
     return true;
 }
 }  // namespace
