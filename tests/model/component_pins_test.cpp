@@ -1,5 +1,7 @@
 // Pins of a component: the property record, and the name map / index table pair.
 
+#include <cstdio>
+
 #include "board_fixture.h"
 
 using namespace board_fixture;
@@ -178,6 +180,54 @@ TEST(ComponentPins, IndicesBeyondTheTableLiveOnlyInTheMap) {
     // Replacing the renumbered pin by name leaves no slot behind.
     c.addPin(makePin("P400", 7));
     EXPECT_EQ(nullptr, c.getPinByIndex(400));
+}
+
+// Pins sit in a sorted list until the map is asked for or they come too far out
+// of order; whichever form holds them, look-ups, replacement and order agree.
+TEST(ComponentPins, AnyOrderOfAddingGivesTheSameMap) {
+    auto names = [](const HBOBoardComponent::PinMap& map) {
+        Names out;
+        for (const auto& kv : map)
+            out.push_back(kv.first + "=" + std::to_string(kv.second->getPinIndex()));
+        return out;
+    };
+    for (const int count : {5, 300}) {
+        HBOBoardComponent forward;
+        HBOBoardComponent backward;
+        HBOBoardComponent mapFirst;
+        const HBOBoardComponent::PinMap& early = mapFirst.getPins();
+        for (int i = 0; i < count; ++i) {
+            char name[16];
+            std::snprintf(name, sizeof name, "P%04d", i);
+            forward.addPin(makePin(name, i));
+            std::snprintf(name, sizeof name, "P%04d", count - 1 - i);
+            backward.addPin(makePin(name, count - 1 - i));
+            mapFirst.addPin(makePin(name, count - 1 - i));
+        }
+        // A later pin of one name replaces the earlier in every form.
+        forward.addPin(makePin("P0002", 1000));
+        backward.addPin(makePin("P0002", 1000));
+        mapFirst.addPin(makePin("P0002", 1000));
+        EXPECT_EQ(1000, forward.findPinIndex("P0002"));
+        EXPECT_EQ(1000, backward.findPinIndex("P0002"));
+        EXPECT_EQ(static_cast<std::size_t>(count), forward.getPinCount());
+        EXPECT_EQ(static_cast<std::size_t>(count), backward.getPinCount());
+        EXPECT_EQ(nullptr, backward.findPin("P"));
+        std::vector<HBOPinProps*> vec;
+        backward.getPinsVec(vec);
+        ASSERT_EQ(static_cast<std::size_t>(count), vec.size());
+        EXPECT_EQ("P0000", vec.front()->getName());
+        EXPECT_EQ(backward.findPin("P0001"), vec[1]);
+        const Names expected = names(forward.getPins());
+        EXPECT_EQ(expected, names(backward.getPins()));
+        // The reference taken before any pin came follows every addition.
+        EXPECT_EQ(expected, names(early));
+        // Once made, the map stays the one the getter returns and keeps up.
+        forward.addPin(makePin("A", 3000));
+        EXPECT_EQ(&forward.getPins(), &forward.getPins());
+        EXPECT_EQ(forward.findPin("A"), forward.getPins().at("A"));
+        EXPECT_EQ(static_cast<std::size_t>(count + 1), forward.getPinCount());
+    }
 }
 
 TEST(ComponentPins, ClashTextGoesToTheDebugChannel) {

@@ -93,6 +93,24 @@ TEST(InterfacesModelPort, PinPortLookupAndRewrite) {
     port.addPinPortMap("0", "A1");
     port.updatePortPinMap({{"A1", "B7"}, {"Z9", "Q1"}});
     EXPECT_EQ((std::map<std::string, std::string>{{"0", "B7"}, {"1", "C3"}}), port.getPinPortMap());
+
+    // Entries kept before the first read come out in text order, the last of an index winning,
+    // and the map read first follows later entries.
+    HBOModelPort fresh;
+    for (const char* index : {"9", "10", "2", "10"})
+        fresh.addPinPortMap(index, std::string("P") + index + (fresh.getPinPortMap().count(index) ? "b" : ""));
+    HBOModelPort unread;
+    unread.reservePinPortMap(3);
+    for (const auto& entry : {std::make_pair("9", "P9"), std::make_pair("10", "P10"), std::make_pair("2", "P2"),
+                              std::make_pair("10", "P10b")})
+        unread.addPinPortMap(entry.first, entry.second);
+    const std::map<std::string, std::string> expected{{"10", "P10b"}, {"2", "P2"}, {"9", "P9"}};
+    EXPECT_EQ(expected, fresh.getPinPortMap());
+    EXPECT_EQ("P10b", unread.getPinPort("10"));
+    const std::map<std::string, std::string>& held = unread.getPinPortMap();
+    EXPECT_EQ(expected, held);
+    unread.addPinPortMap("3", "P3");
+    EXPECT_EQ("P3", held.at("3"));
 }
 
 // The port owns its schema 1 pins (the sanitizer run reports them otherwise).

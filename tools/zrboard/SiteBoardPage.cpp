@@ -268,7 +268,7 @@ void writeComponent(std::ostream& out, const SiteLinks& links, const HBOBoard& b
                       {"Vendor", c.getVendor()},
                       {"Description", c.getDescription()},
                       {"Connected to", c.getConnectedToLogicStr()},
-                      {"Pins", c.getPins().empty() ? "" : std::to_string(c.getPins().size())}});
+                      {"Pins", c.getPinCount() == 0 ? "" : std::to_string(c.getPinCount())}});
     writeImages(out, links, c.getImages());
     const std::set<std::string> presets = writeModes(out, board, c);
     for (const HBOBusIf* i : interfaces)

@@ -108,9 +108,10 @@ HBOBoardComponent::HBOBoardComponent(const HBOBoardComponent& other, HBOBoard* b
         else
             setBusIf(clone->getName(), clone);
     }
-    for (const auto& kv : other.m_pins)
-        if (kv.second)
-            m_pins[kv.first] = new HBOPinProps(*kv.second, this, nullptr);
+    other.forEachPin([this](const std::string& name, const HBOPinProps* pin) {
+        if (pin)
+            m_pinList.emplace_back(name, new HBOPinProps(*pin, this, nullptr));
+    });
     m_jtagPositions = other.m_jtagPositions;
     for (const std::string& part : other.m_additionalParts)
         m_additionalParts.push_back(part);
@@ -130,8 +131,7 @@ HBOBoardComponent::~HBOBoardComponent() {
         delete b;
     for (HBOModelPort* port : m_adoptedPorts)
         delete port;
-    for (const auto& kv : m_pins)
-        delete kv.second;
+    forEachPin([](const std::string&, HBOPinProps* pin) { delete pin; });
     for (HBOComponentMode* m : m_modes)
         delete m;
     for (const auto& kv : m_iicPositions)
@@ -449,7 +449,8 @@ void HBOBoardComponent::display(int indent) const {
         if (kv.second)
             kv.second->display(child);
     std::fputs("-Pins:\n", stderr);
-    for (const auto& kv : m_pins)
-        if (kv.second)
-            kv.second->display(static_cast<int>(child));
+    forEachPin([child](const std::string&, const HBOPinProps* pin) {
+        if (pin)
+            pin->display(static_cast<int>(child));
+    });
 }

@@ -11,6 +11,8 @@
 
 #include <boost/variant.hpp>
 
+#include "HBOLazy.h"
+
 class HBOBoard;
 class HBOBusIf;
 class HBOModelPort;
@@ -232,9 +234,13 @@ public:
     bool setDesignConstrs(const DesignConstrs& constrs);
 
     // ---- Pins ----
-    const PinMap& getPins() const { return m_pins; }
+    // The map is made on the first call and kept up to date from then on.
+    const PinMap& getPins() const;
+    std::size_t getPinCount() const;
     // Takes ownership. Keeps map and index table consistent; a pin of the same name is deleted.
     bool addPin(HBOPinProps* pin);
+    // Room for count more pins, for a reader that knows how many come.
+    void reservePins(std::size_t count);
     HBOPinProps* findPin(const std::string& name) const;
     int findPinIndex(const std::string& name) const;
     HBOPinProps* getPinByIndex(int index) const;
@@ -288,8 +294,15 @@ private:
     std::vector<HBOImage*> m_images;                 // owned
     std::vector<HBOComponentMode*> m_modes;          // owned
     BusIfMap m_busIfs;                               // owned
-    PinMap m_pins;                                   // owned
-    // Views into m_pins (or a source's pins, after a copy). Made with the first
+    // Pins by name, owned. Readers add them in name order, so they sit in a sorted
+    // vector until getPins asks for the map, or a pin comes too far out of order;
+    // the map then holds them all.
+    template <class Fn>
+    void forEachPin(Fn fn) const;
+    PinMap& pinMap() const;
+    mutable std::vector<std::pair<std::string, HBOPinProps*>> m_pinList;
+    HBOLazy<PinMap> m_pins;
+    // Views into the pins (or a source's pins, after a copy). Made with the first
     // pin: most components of a board have none, and the table is large.
     std::vector<HBOPinProps*> m_pinTable;
     std::map<std::string, std::string> m_jtagPositions;
@@ -299,5 +312,15 @@ private:
     std::vector<std::string> m_additionalParts;
     bool m_partUpdated = false;
 };
+
+template <class Fn>
+void HBOBoardComponent::forEachPin(Fn fn) const {
+    if (const PinMap* map = m_pins.peek())
+        for (const auto& kv : *map)
+            fn(kv.first, kv.second);
+    else
+        for (const auto& kv : m_pinList)
+            fn(kv.first, kv.second);
+}
 
 #endif

@@ -2,6 +2,7 @@
 // XML constraints file.
 #include "HBOBoardComponent.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <sstream>
 
@@ -13,6 +14,38 @@
 #include "HBOXmlFileLoader.h"
 #include "HXMLWInterface.h"
 
+namespace {
+// Past this many pins a pin that does not come in name order turns the sorted
+// vector into the map, so that no order of adding can make it quadratic.
+const std::size_t kMaxOrderedInsert = 128;
+
+bool nameBefore(const std::pair<std::string, HBOPinProps*>& entry, const std::string& name) {
+    return entry.first < name;
+}
+}  // namespace
+
+HBOBoardComponent::PinMap& HBOBoardComponent::pinMap() const {
+    if (!m_pins.peek()) {
+        PinMap& map = m_pins.get();
+        for (auto& kv : m_pinList)
+            map.emplace_hint(map.end(), std::move(kv.first), kv.second);
+        std::vector<std::pair<std::string, HBOPinProps*>>().swap(m_pinList);
+    }
+    return m_pins.get();
+}
+
+const HBOBoardComponent::PinMap& HBOBoardComponent::getPins() const { return pinMap(); }
+
+std::size_t HBOBoardComponent::getPinCount() const {
+    const PinMap* map = m_pins.peek();
+    return map ? map->size() : m_pinList.size();
+}
+
+void HBOBoardComponent::reservePins(std::size_t count) {
+    if (!m_pins.peek())
+        m_pinList.reserve(m_pinList.size() + count);
+}
+
 bool HBOBoardComponent::addPin(HBOPinProps* pin) {
     if (!pin)
         return false;
@@ -20,10 +53,22 @@ bool HBOBoardComponent::addPin(HBOPinProps* pin) {
     const std::string& name = pin->getName();
     // One look-up serves the clash test and the insertion. Readers add pins in
     // name order, so a name past the last one settles it with one comparison.
-    const auto place =
-        !m_pins.empty() && m_pins.rbegin()->first < name ? m_pins.end() : m_pins.lower_bound(name);
-    const bool named = place != m_pins.end() && place->first == name;
-    HBOPinProps* byName = named ? place->second : nullptr;
+    PinMap* map = m_pins.peek() ? &m_pins.get() : nullptr;
+    PinMap::iterator mapPlace;
+    std::size_t listPlace = 0;
+    HBOPinProps** slot = nullptr;
+    if (map) {
+        mapPlace = !map->empty() && map->rbegin()->first < name ? map->end() : map->lower_bound(name);
+        if (mapPlace != map->end() && mapPlace->first == name)
+            slot = &mapPlace->second;
+    } else {
+        listPlace = !m_pinList.empty() && m_pinList.back().first < name
+                        ? m_pinList.size()
+                        : std::lower_bound(m_pinList.begin(), m_pinList.end(), name, nameBefore) - m_pinList.begin();
+        if (listPlace < m_pinList.size() && m_pinList[listPlace].first == name)
+            slot = &m_pinList[listPlace].second;
+    }
+    HBOPinProps* byName = slot ? *slot : nullptr;
 
     // The pin of the same index matters only to the clash text; past the table
     // its look-up walks every pin, so it is made only for the channel that shows it.
@@ -47,15 +92,22 @@ bool HBOBoardComponent::addPin(HBOPinProps* pin) {
     if (byName && byName != pin) {
         // No table slot may outlive the pin it names, even one whose index was changed
         // after it was added.
-        for (HBOPinProps*& slot : m_pinTable)
-            if (slot == byName)
-                slot = nullptr;
+        for (HBOPinProps*& entry : m_pinTable)
+            if (entry == byName)
+                entry = nullptr;
         delete byName;
     }
-    if (named)
-        place->second = pin;
-    else
-        m_pins.emplace_hint(place, name, pin);
+    if (slot) {
+        *slot = pin;
+    } else if (map) {
+        map->emplace_hint(mapPlace, name, pin);
+    } else if (listPlace == m_pinList.size()) {
+        m_pinList.emplace_back(name, pin);
+    } else if (m_pinList.size() < kMaxOrderedInsert) {
+        m_pinList.emplace(m_pinList.begin() + static_cast<std::ptrdiff_t>(listPlace), name, pin);
+    } else {
+        pinMap().emplace(name, pin);
+    }
     if (static_cast<unsigned int>(index) < static_cast<unsigned int>(PIN_TABLE_SIZE)) {
         if (m_pinTable.empty())
             m_pinTable.assign(PIN_TABLE_SIZE, nullptr);
@@ -65,8 +117,12 @@ bool HBOBoardComponent::addPin(HBOPinProps* pin) {
 }
 
 HBOPinProps* HBOBoardComponent::findPin(const std::string& name) const {
-    auto it = m_pins.find(name);
-    return it == m_pins.end() ? nullptr : it->second;
+    if (const PinMap* map = m_pins.peek()) {
+        auto it = map->find(name);
+        return it == map->end() ? nullptr : it->second;
+    }
+    auto it = std::lower_bound(m_pinList.begin(), m_pinList.end(), name, nameBefore);
+    return it != m_pinList.end() && it->first == name ? it->second : nullptr;
 }
 
 int HBOBoardComponent::findPinIndex(const std::string& name) const {
@@ -77,16 +133,19 @@ int HBOBoardComponent::findPinIndex(const std::string& name) const {
 HBOPinProps* HBOBoardComponent::getPinByIndex(int index) const {
     if (index >= 0 && index < PIN_TABLE_SIZE)
         return m_pinTable.empty() ? nullptr : m_pinTable[index];
-    for (const auto& kv : m_pins)
-        if (kv.second && kv.second->getPinIndex() == index)
-            return kv.second;
-    return nullptr;
+    HBOPinProps* found = nullptr;
+    forEachPin([&found, index](const std::string&, HBOPinProps* pin) {
+        if (!found && pin && pin->getPinIndex() == index)
+            found = pin;
+    });
+    return found;
 }
 
 void HBOBoardComponent::getPinsVec(std::vector<HBOPinProps*>& out) const {
-    for (const auto& kv : m_pins)
-        if (kv.second)
-            out.push_back(kv.second);
+    forEachPin([&out](const std::string&, HBOPinProps* pin) {
+        if (pin)
+            out.push_back(pin);
+    });
 }
 
 int HBOBoardComponent::populateConstraintsData(const std::string& /*path*/) {

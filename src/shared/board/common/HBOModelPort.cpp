@@ -71,6 +71,7 @@ HBOModelPort::HBOModelPort(const HBOModelPort& other, HBOBusIf* owner, const std
       m_right(other.m_right),
       m_ownerBusIf(HBORebase::name(prefix, other.m_ownerBusIf)),
       m_logicalPortName(other.m_logicalPortName),
+      m_pinPorts(other.m_pinPorts),
       m_pinPortMap(other.m_pinPortMap),
       m_owner(owner) {
     enlist(this);
@@ -194,7 +195,7 @@ void HBOModelPort::getPins(std::vector<HBOPinProps*>& out) const {
     if (!component)
         return;
     // Text order of the indices ("10" before "2") is the order callers rely on.
-    for (const auto& entry : m_pinPortMap) {
+    for (const auto& entry : pinPortMap()) {
         if (HBOPinProps* pin = component->findPin(entry.second))
             out.push_back(pin);
     }
@@ -211,14 +212,33 @@ bool HBOModelPort::getPortPropsSeq(std::vector<HBOPinProps*>& out) const {
     return true;
 }
 
+std::map<std::string, std::string>& HBOModelPort::pinPortMap() const {
+    if (!m_pinPortMap.peek()) {
+        std::map<std::string, std::string>& map = m_pinPortMap.get();
+        for (auto& entry : m_pinPorts)
+            map[entry.first] = std::move(entry.second);
+        std::vector<std::pair<std::string, std::string>>().swap(m_pinPorts);
+    }
+    return m_pinPortMap.get();
+}
+
 bool HBOModelPort::addPinPortMap(const std::string& index, std::string pin) {
-    m_pinPortMap[index] = std::move(pin);
+    if (m_pinPortMap.peek())
+        m_pinPortMap.get()[index] = std::move(pin);
+    else
+        m_pinPorts.emplace_back(index, std::move(pin));
     return true;
 }
 
+void HBOModelPort::reservePinPortMap(std::size_t count) {
+    if (!m_pinPortMap.peek())
+        m_pinPorts.reserve(m_pinPorts.size() + count);
+}
+
 bool HBOModelPort::getPinPort(const std::string& index, std::string& out) const {
-    auto it = m_pinPortMap.find(index);
-    if (it != m_pinPortMap.end())
+    const std::map<std::string, std::string>& map = pinPortMap();
+    auto it = map.find(index);
+    if (it != map.end())
         out = it->second;
     else
         out.clear();
@@ -233,11 +253,11 @@ std::string HBOModelPort::getPinPort(const std::string& index) const {
 
 void HBOModelPort::updatePortPinMap(const std::map<std::string, std::string>& pinMap) {
     std::map<std::string, std::string> updated;
-    for (const auto& entry : m_pinPortMap) {
+    for (const auto& entry : pinPortMap()) {
         auto hit = pinMap.find(entry.second);
         updated[entry.first] = hit != pinMap.end() ? hit->second : entry.second;
     }
-    m_pinPortMap.swap(updated);
+    pinPortMap().swap(updated);
 }
 
 void HBOModelPort::display(unsigned int indent) const {
@@ -253,7 +273,7 @@ void HBOModelPort::display(unsigned int indent) const {
     std::fprintf(stderr, "Port - name:%s, physical_name:%s, direction:%s, start:%d, stop:%d, width:%d \n",
                  m_logicalPortName.c_str(), m_name.c_str(), m_direction.c_str(), left, right, width);
     const std::string dashes(indent + 1, '-');
-    for (const auto& entry : m_pinPortMap)
+    for (const auto& entry : pinPortMap())
         std::fprintf(stderr, "%s---pin_index:%s -- fpga_pin:%s\n", dashes.c_str(), entry.first.c_str(),
                      entry.second.c_str());
 }

@@ -10,7 +10,10 @@
 
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
+
+#include "HBOLazy.h"
 
 class HBOBusIf;
 class HBOPinProps;
@@ -56,9 +59,13 @@ public:
     // Appends, in key (text) order of the pin port map, the component pins it names.
     void getPins(std::vector<HBOPinProps*>& out) const;
 
-    // Index within the port (as text) to FPGA pin name.
-    const std::map<std::string, std::string>& getPinPortMap() const { return m_pinPortMap; }
+    // Index within the port (as text) to FPGA pin name. The map is made on the
+    // first read and kept up to date from then on.
+    const std::map<std::string, std::string>& getPinPortMap() const { return pinPortMap(); }
+    // A later entry of the same index replaces the earlier one.
     bool addPinPortMap(const std::string& index, std::string pin);
+    // Room for count more entries, for a reader that knows how many come.
+    void reservePinPortMap(std::size_t count);
     bool getPinPort(const std::string& index, std::string& out) const;
     std::string getPinPort(const std::string& index) const;
     // Rewrites the FPGA pin names found in pinMap, keeps the others.
@@ -86,7 +93,12 @@ private:
     std::string m_ownerBusIf;
     std::string m_logicalPortName;
     std::vector<HBOPinProps*> m_pinSeq;
-    std::map<std::string, std::string> m_pinPortMap;
+    // Entries in the order they came, until the first read makes the map of them,
+    // which from then on holds them all: a board read holds thousands of ports
+    // that nobody asks for.
+    std::map<std::string, std::string>& pinPortMap() const;
+    mutable std::vector<std::pair<std::string, std::string>> m_pinPorts;
+    HBOLazy<std::map<std::string, std::string>> m_pinPortMap;
     HBOBusIf* m_owner = nullptr;
     bool m_adopted = false;
 };

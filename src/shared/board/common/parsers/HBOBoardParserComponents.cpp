@@ -181,6 +181,7 @@ bool HBOBoardParser::readComponent(HBOBoardComponent* component, HXMLWElement* e
             throw;
         }
         component->setDesignConstrs(constrs);
+        component->reservePins(pins.size());
         for (HBOPinProps* pin : pins) {
             component->addPin(pin);
             pin->setOwner(component);
@@ -522,6 +523,7 @@ bool HBOBoardParser::readPortMap(HBOBusIf* busIf, HBOBoardComponent* component, 
             // Keys and values point into the file's tree, which outlives this loop.
             std::unordered_map<std::string_view, const char*> pinByIndex;
             pinByIndex.reserve(pinMaps.size());
+            port->reservePinPortMap(pinMaps.size());
             for (HXMLWElement* pm : pinMaps) {
                 const HBOElementScope atPinMap(boardFile(), pm);
                 const char* indexText = pm->getAttribute("port_index");

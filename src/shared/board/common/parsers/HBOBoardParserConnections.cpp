@@ -269,11 +269,12 @@ HBOPinProps* HBOBoardParser::pinByIndex(HBOBoardComponent* component, int index)
         return component->getPinByIndex(index);
     auto known = pinsPastTable.find(component);
     if (known == pinsPastTable.end()) {
+        std::vector<HBOPinProps*> pins;
+        component->getPinsVec(pins);
         std::vector<std::pair<int, HBOPinProps*>> byIndex;
-        byIndex.reserve(component->getPins().size());
-        for (const auto& kv : component->getPins())
-            if (kv.second)
-                byIndex.emplace_back(kv.second->getPinIndex(), kv.second);
+        byIndex.reserve(pins.size());
+        for (HBOPinProps* pin : pins)
+            byIndex.emplace_back(pin->getPinIndex(), pin);
         // Stable: of the pins of one index the first in key order wins, as in the walk.
         std::stable_sort(byIndex.begin(), byIndex.end(),
                          [](const auto& a, const auto& b) { return a.first < b.first; });
