@@ -6,6 +6,15 @@
 
 using namespace board_fixture;
 
+namespace {
+Names keysOf(const HBOBoardComponent::PinMap& pins) {
+    Names out;
+    for (const auto& kv : pins)
+        out.push_back(kv.first);
+    return out;
+}
+}  // namespace
+
 TEST(ComponentPinProps, PortPropertiesFoldNamesAndGrowOnRead) {
     HBOPinProps pin;
     pin.setPortProp("DRIVE", "12");
@@ -228,6 +237,59 @@ TEST(ComponentPins, AnyOrderOfAddingGivesTheSameMap) {
         EXPECT_EQ(forward.findPin("A"), forward.getPins().at("A"));
         EXPECT_EQ(static_cast<std::size_t>(count + 1), forward.getPinCount());
     }
+}
+
+// A pin stays under the name it was added with, whatever happens to it later.
+TEST(ComponentPins, RenamedOrMovedPinsKeepTheirKey) {
+    auto owned = [](HBOBoardComponent& c, const char* name, int index) {
+        HBOPinProps* pin = makePin(name, index);
+        pin->setOwner(&c);
+        c.addPin(pin);
+        return pin;
+    };
+    HBOBoardComponent c;
+    HBOPinProps* a = owned(c, "A", 1);
+    HBOPinProps* b = owned(c, "B", 2);
+    owned(c, "C", 3);
+    b->setName("A0");  // would sort before "A" by its new name
+    EXPECT_EQ(b, c.findPin("B"));
+    EXPECT_EQ(nullptr, c.findPin("A0"));
+    EXPECT_EQ(a, c.findPin("A"));
+    EXPECT_EQ((Names{"A", "B", "C"}), keysOf(c.getPins()));
+
+    // Copies of a listed component list their own pins; renaming one of them
+    // leaves the source alone.
+    HBOBoardComponent source;
+    owned(source, "P1", 1);
+    HBOPinProps* p2 = owned(source, "P2", 2);
+    HBOBoardComponent copy(source, nullptr, "");
+    copy.findPin("P1")->setName("Z");
+    EXPECT_EQ("Z", copy.findPin("P1")->getName());
+    EXPECT_EQ("P1", source.findPin("P1")->getName());
+    // Setting the same name or owner again changes nothing; a new owner does.
+    p2->setName("P2");
+    p2->setOwner(&source);
+    EXPECT_EQ(p2, source.findPin("P2"));
+    p2->setOwner(nullptr);
+    p2->setName("Q");
+    EXPECT_EQ(p2, source.findPin("P2"));
+    p2->setOwner(&source);
+
+    // A pin owned elsewhere (or by no one) is keyed by a copy of its name at once.
+    HBOBoardComponent loose;
+    HBOPinProps* l = makePin("L", 1);
+    loose.addPin(l);
+    l->setName("M");
+    EXPECT_EQ(l, loose.findPin("L"));
+    // Assigning a pin takes the other's name: the key stays.
+    HBOBoardComponent assigned;
+    HBOPinProps* x = owned(assigned, "X", 1);
+    HBOPinProps other;
+    other.setName("Y");
+    other.setOwner(&assigned);
+    *x = other;
+    EXPECT_EQ(x, assigned.findPin("X"));
+    EXPECT_EQ("Y", assigned.findPin("X")->getName());
 }
 
 TEST(ComponentPins, ClashTextGoesToTheDebugChannel) {

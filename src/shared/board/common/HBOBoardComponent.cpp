@@ -108,10 +108,20 @@ HBOBoardComponent::HBOBoardComponent(const HBOBoardComponent& other, HBOBoard* b
         else
             setBusIf(clone->getName(), clone);
     }
-    other.forEachPin([this](const std::string& name, const HBOPinProps* pin) {
-        if (pin)
-            m_pinList.emplace_back(name, new HBOPinProps(*pin, this, nullptr));
-    });
+    // A listed source lists its copies too; a source keyed by copies of the names
+    // may hold pins renamed since, so its keys are kept.
+    if (const PinMap* map = other.m_pins.peek()) {
+        PinMap& pins = m_pins.get();
+        for (const auto& kv : *map)
+            if (kv.second)
+                pins.emplace_hint(pins.end(), kv.first, new HBOPinProps(*kv.second, this, nullptr));
+    } else {
+        m_pinList.reserve(other.m_pinList.size());
+        for (const HBOPinProps* pin : other.m_pinList) {
+            m_pinList.push_back(new HBOPinProps(*pin, this, nullptr));
+            m_pinList.back()->m_listed.on = true;
+        }
+    }
     m_jtagPositions = other.m_jtagPositions;
     for (const std::string& part : other.m_additionalParts)
         m_additionalParts.push_back(part);

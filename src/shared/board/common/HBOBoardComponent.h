@@ -294,13 +294,16 @@ private:
     std::vector<HBOImage*> m_images;                 // owned
     std::vector<HBOComponentMode*> m_modes;          // owned
     BusIfMap m_busIfs;                               // owned
-    // Pins by name, owned. Readers add them in name order, so they sit in a sorted
-    // vector until getPins asks for the map, or a pin comes too far out of order;
-    // the map then holds them all.
+    // Pins by name, owned. Readers add them in name order, so they sit in a vector
+    // sorted by their own names until getPins asks for the map, a pin comes too far
+    // out of order, or a listed pin is renamed or changes owner (HBOPinProps tells);
+    // the map, keyed by copies of the names, then holds them all.
+    friend class HBOPinProps;
     template <class Fn>
     void forEachPin(Fn fn) const;
     PinMap& pinMap() const;
-    mutable std::vector<std::pair<std::string, HBOPinProps*>> m_pinList;
+    static const std::string& nameOf(const HBOPinProps* pin);
+    mutable std::vector<HBOPinProps*> m_pinList;
     HBOLazy<PinMap> m_pins;
     // Views into the pins (or a source's pins, after a copy). Made with the first
     // pin: most components of a board have none, and the table is large.
@@ -319,8 +322,8 @@ void HBOBoardComponent::forEachPin(Fn fn) const {
         for (const auto& kv : *map)
             fn(kv.first, kv.second);
     else
-        for (const auto& kv : m_pinList)
-            fn(kv.first, kv.second);
+        for (HBOPinProps* pin : m_pinList)
+            fn(nameOf(pin), pin);
 }
 
 #endif

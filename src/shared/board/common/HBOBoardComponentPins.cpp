@@ -19,22 +19,26 @@ namespace {
 // vector into the map, so that no order of adding can make it quadratic.
 const std::size_t kMaxOrderedInsert = 128;
 
-bool nameBefore(const std::pair<std::string, HBOPinProps*>& entry, const std::string& name) {
-    return entry.first < name;
+bool nameBefore(const HBOPinProps* pin, const std::string& name) {
+    return pin->getName() < name;
 }
 }  // namespace
 
 HBOBoardComponent::PinMap& HBOBoardComponent::pinMap() const {
     if (!m_pins.peek()) {
         PinMap& map = m_pins.get();
-        for (auto& kv : m_pinList)
-            map.emplace_hint(map.end(), std::move(kv.first), kv.second);
-        std::vector<std::pair<std::string, HBOPinProps*>>().swap(m_pinList);
+        for (HBOPinProps* pin : m_pinList) {
+            map.emplace_hint(map.end(), pin->getName(), pin);
+            pin->m_listed.on = false;
+        }
+        std::vector<HBOPinProps*>().swap(m_pinList);
     }
     return m_pins.get();
 }
 
 const HBOBoardComponent::PinMap& HBOBoardComponent::getPins() const { return pinMap(); }
+
+const std::string& HBOBoardComponent::nameOf(const HBOPinProps* pin) { return pin->getName(); }
 
 std::size_t HBOBoardComponent::getPinCount() const {
     const PinMap* map = m_pins.peek();
@@ -51,6 +55,10 @@ bool HBOBoardComponent::addPin(HBOPinProps* pin) {
         return false;
     const int index = pin->getPinIndex();
     const std::string& name = pin->getName();
+    // Only a pin this component owns can be listed under its own name: its renames
+    // reach the component. Any other goes into the map.
+    if (pin->getOwner() != this)
+        pinMap();
     // One look-up serves the clash test and the insertion. Readers add pins in
     // name order, so a name past the last one settles it with one comparison.
     PinMap* map = m_pins.peek() ? &m_pins.get() : nullptr;
@@ -62,11 +70,11 @@ bool HBOBoardComponent::addPin(HBOPinProps* pin) {
         if (mapPlace != map->end() && mapPlace->first == name)
             slot = &mapPlace->second;
     } else {
-        listPlace = !m_pinList.empty() && m_pinList.back().first < name
+        listPlace = !m_pinList.empty() && m_pinList.back()->getName() < name
                         ? m_pinList.size()
                         : std::lower_bound(m_pinList.begin(), m_pinList.end(), name, nameBefore) - m_pinList.begin();
-        if (listPlace < m_pinList.size() && m_pinList[listPlace].first == name)
-            slot = &m_pinList[listPlace].second;
+        if (listPlace < m_pinList.size() && m_pinList[listPlace]->getName() == name)
+            slot = &m_pinList[listPlace];
     }
     HBOPinProps* byName = slot ? *slot : nullptr;
 
@@ -97,14 +105,17 @@ bool HBOBoardComponent::addPin(HBOPinProps* pin) {
                 entry = nullptr;
         delete byName;
     }
-    if (slot) {
-        *slot = pin;
-    } else if (map) {
-        map->emplace_hint(mapPlace, name, pin);
-    } else if (listPlace == m_pinList.size()) {
-        m_pinList.emplace_back(name, pin);
-    } else if (m_pinList.size() < kMaxOrderedInsert) {
-        m_pinList.emplace(m_pinList.begin() + static_cast<std::ptrdiff_t>(listPlace), name, pin);
+    if (map) {
+        if (slot)
+            *slot = pin;
+        else
+            map->emplace_hint(mapPlace, name, pin);
+    } else if (slot || listPlace == m_pinList.size() || m_pinList.size() < kMaxOrderedInsert) {
+        pin->m_listed.on = true;
+        if (slot)
+            *slot = pin;
+        else
+            m_pinList.insert(m_pinList.begin() + static_cast<std::ptrdiff_t>(listPlace), pin);
     } else {
         pinMap().emplace(name, pin);
     }
@@ -122,7 +133,7 @@ HBOPinProps* HBOBoardComponent::findPin(const std::string& name) const {
         return it == map->end() ? nullptr : it->second;
     }
     auto it = std::lower_bound(m_pinList.begin(), m_pinList.end(), name, nameBefore);
-    return it != m_pinList.end() && it->first == name ? it->second : nullptr;
+    return it != m_pinList.end() && (*it)->getName() == name ? *it : nullptr;
 }
 
 int HBOBoardComponent::findPinIndex(const std::string& name) const {

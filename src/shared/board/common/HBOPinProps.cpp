@@ -2,12 +2,15 @@
 #include "HBOPinProps.h"
 
 #include <cstdio>
+#include <mutex>
 #include <set>
 #include <sstream>
+#include <unordered_set>
 
 #include <boost/algorithm/string/case_conv.hpp>
 #include <boost/algorithm/string/predicate.hpp>
 
+#include "HBOBoardComponent.h"
 #include "HBONativeCacheHook.h"
 
 namespace {
@@ -27,6 +30,30 @@ const char* const kOutputImpedance = "output_impedance";
 const char* const kPreEmphasis = "pre_emphasis";
 const char* const kSlew = "slew";
 
+// The text of a port index as the number it reads as, when the number gives the
+// same text back: digits only, no leading zero, within int.
+bool decimalIndex(const std::string& text, int& out) {
+    if (text.empty() || text.size() > 9 || (text[0] == '0' && text.size() > 1))
+        return false;
+    int value = 0;
+    for (char c : text) {
+        if (c < '0' || c > '9')
+            return false;
+        value = value * 10 + (c - '0');
+    }
+    out = value;
+    return true;
+}
+
+// Interface names of the pins' single entries, one copy each for the process:
+// thousands of pins share a few dozen names.
+const std::string* internedName(const std::string& name) {
+    static std::mutex lock;
+    static auto* names = new std::unordered_set<std::string>();
+    std::lock_guard<std::mutex> hold(lock);
+    return &*names->insert(name).first;
+}
+
 }  // namespace
 
 HBOPinProps::HBOPinProps() = default;
@@ -44,6 +71,8 @@ HBOPinProps::HBOPinProps(const HBOPinProps& other, HBOBoardComponent* owner, HBO
 HBOPinProps& HBOPinProps::operator=(const HBOPinProps& other) {
     if (this == &other)
         return *this;
+    const bool handedOut = madeIntfPortMap() != nullptr;
+    beforeKeyChange(&other.m_name, other.m_owner);
     m_pinIndex = other.m_pinIndex;
     for (int i = 0; i < kInlineProps; ++i) {
         m_propSlot[i] = other.m_propSlot[i];
@@ -54,11 +83,10 @@ HBOPinProps& HBOPinProps::operator=(const HBOPinProps& other) {
     m_name = other.m_name;
     m_loc = other.m_loc;
     m_extras = other.m_extras;
-    m_intfPortMap = other.m_intfPortMap;
     m_hasIntfPort = other.m_hasIntfPort;
     m_intf = other.m_intf;
-    m_intfPort = other.m_intfPort;
-    if (m_intfPortMap.peek())
+    m_intfPortIndex = other.m_intfPortIndex;
+    if (handedOut || madeIntfPortMap())
         intfPortMap();
     return *this;
 }
@@ -77,7 +105,13 @@ bool HBOPinProps::setPinIndex(int index) {
     return true;
 }
 
+void HBOPinProps::beforeKeyChange(const std::string* newName, const HBOBoardComponent* newOwner) {
+    if (m_listed.on && m_owner && ((newName && *newName != m_name) || newOwner != m_owner))
+        m_owner->pinMap();
+}
+
 bool HBOPinProps::setOwner(HBOBoardComponent* owner) {
+    beforeKeyChange(nullptr, owner);
     m_owner = owner;
     return true;
 }
@@ -98,6 +132,7 @@ bool HBOPinProps::getName(std::string& out) const {
 }
 
 bool HBOPinProps::setName(std::string name) {
+    beforeKeyChange(&name, m_owner);
     m_name = std::move(name);
     return true;
 }
@@ -275,15 +310,20 @@ const std::map<std::string, std::string>& HBOPinProps::getIOBankPropertyList() c
     return m_extras.get().ioBankProps;
 }
 
+const std::map<std::string, std::string>* HBOPinProps::madeIntfPortMap() const {
+    const Extras* extras = m_extras.peek();
+    return extras && extras->hasIntfPortMap ? &extras->intfPortMap : nullptr;
+}
+
 std::map<std::string, std::string>& HBOPinProps::intfPortMap() const {
-    std::map<std::string, std::string>& ports = m_intfPortMap.get();
+    Extras& extras = m_extras.get();
+    extras.hasIntfPortMap = true;
     if (m_hasIntfPort) {
-        ports[std::move(m_intf)] = std::move(m_intfPort);
-        m_intf.clear();
-        m_intfPort.clear();
+        extras.intfPortMap[*m_intf] = std::to_string(m_intfPortIndex);
+        m_intf = nullptr;
         m_hasIntfPort = false;
     }
-    return ports;
+    return extras.intfPortMap;
 }
 
 std::map<std::string, std::string>& HBOPinProps::getIntfPortMap() {
@@ -295,13 +335,13 @@ const std::map<std::string, std::string>& HBOPinProps::getIntfPortMap() const {
 }
 
 bool HBOPinProps::addIntfPortMap(const std::string& intf, const std::string& port) {
-    if (!m_intfPortMap.peek()) {
-        if (!m_hasIntfPort || m_intf == intf) {
-            m_intf = intf;
-            m_intfPort = port;
-            m_hasIntfPort = true;
-            return true;
-        }
+    int index = 0;
+    if (!madeIntfPortMap() && (!m_hasIntfPort || *m_intf == intf) && decimalIndex(port, index)) {
+        if (!m_hasIntfPort)
+            m_intf = internedName(intf);
+        m_intfPortIndex = index;
+        m_hasIntfPort = true;
+        return true;
     }
     intfPortMap()[intf] = port;
     return true;
@@ -309,8 +349,8 @@ bool HBOPinProps::addIntfPortMap(const std::string& intf, const std::string& por
 
 std::string HBOPinProps::getPortForInterface(const std::string& intf) const {
     if (m_hasIntfPort)
-        return m_intf == intf ? m_intfPort : std::string();
-    const std::map<std::string, std::string>* ports = m_intfPortMap.peek();
+        return *m_intf == intf ? std::to_string(m_intfPortIndex) : std::string();
+    const std::map<std::string, std::string>* ports = madeIntfPortMap();
     if (!ports)
         return std::string();
     auto it = ports->find(intf);
@@ -322,6 +362,7 @@ bool HBOPinProps::setProp(int index, HBOModelPort* port, const std::string& name
                           const std::string& slew, const std::string& outputImpedance,
                           const std::string& ibufLowPwr, const std::string& odt, const std::string& equalization,
                           const std::string& preEmphasis, const std::string& dqsBias) {
+    beforeKeyChange(&name, m_owner);
     m_name = name;
     m_loc = HBOCase::upper(loc);
     m_ownerPort = port;

@@ -137,20 +137,38 @@ private:
         std::string gtLoc;
         std::map<std::string, std::string> ioBankProps;
         std::vector<std::map<std::string, std::string>> partOf;
+        std::map<std::string, std::string> intfPortMap;
+        bool hasIntfPortMap = false;
     };
+    const std::map<std::string, std::string>* madeIntfPortMap() const;
+
+    // Set while the owner keeps this pin in its name-sorted list under the pin's
+    // own name (HBOBoardComponent::addPin); a copy of the pin starts unset.
+    struct ListedFlag {
+        bool on = false;
+        ListedFlag() = default;
+        ListedFlag(const ListedFlag&) {}
+        ListedFlag& operator=(const ListedFlag&) { return *this; }
+    };
+    friend class HBOBoardComponent;
+    // Before the name or the owner changes: the owner that lists the pin by its
+    // name keys its pins by copies of their names from then on.
+    void beforeKeyChange(const std::string* newName, const HBOBoardComponent* newOwner);
 
     int m_pinIndex = 0;
+    // The single interface port entry: the interface's name, shared by its pins,
+    // and the port index, kept as a number when it reads as one.
+    mutable int m_intfPortIndex = 0;
     mutable unsigned char m_propSlot[kInlineProps] = {0, 0, 0};  // 1 + name's place in the known list; 0 free
-    mutable bool m_hasIntfPort = false;                          // m_intf/m_intfPort hold an entry
+    mutable bool m_hasIntfPort = false;                          // m_intf/m_intfPortIndex hold an entry
+    ListedFlag m_listed;
     HBOBoardComponent* m_owner = nullptr;
     HBOModelPort* m_ownerPort = nullptr;
     std::string m_name;
     std::string m_loc;
     mutable std::string m_propValue[kInlineProps];
     HBOLazy<Extras> m_extras;
-    HBOLazy<std::map<std::string, std::string>> m_intfPortMap;
-    mutable std::string m_intf;
-    mutable std::string m_intfPort;
+    mutable const std::string* m_intf = nullptr;
 };
 
 #endif

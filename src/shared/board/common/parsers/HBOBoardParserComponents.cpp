@@ -183,8 +183,8 @@ bool HBOBoardParser::readComponent(HBOBoardComponent* component, HXMLWElement* e
         component->setDesignConstrs(constrs);
         component->reservePins(pins.size());
         for (HBOPinProps* pin : pins) {
-            component->addPin(pin);
             pin->setOwner(component);
+            component->addPin(pin);
         }
     }
 
@@ -595,6 +595,6 @@ void HBOBoardParser::readComponentPin(HBOBoardComponent* component, HXMLWElement
     for (std::size_t p = 0; p < known; ++p)
         if (values[p] && !ignoredPortProps.count(propNames[p]))
             pin->setPortProp(propNames[p], values[p]);
-    component->addPin(pin);
     pin->setOwner(component);
+    component->addPin(pin);
 }
