@@ -92,6 +92,28 @@ TEST(ComponentPinProps, IOBankAndInterfaceMaps) {
     pin.addIntfPortMap("ddr4", "dqs");
     EXPECT_EQ("dqs", pin.getPortForInterface("ddr4"));
     EXPECT_EQ("", pin.getPortForInterface("DDR4"));
+
+    // A numbered entry of one interface lives in the pin; a second interface or an
+    // index that is no plain number makes the map, which keeps the texts.
+    typedef std::map<std::string, std::string> Ports;
+    HBOPinProps one;
+    one.addIntfPortMap("led", "3");
+    one.addIntfPortMap("led", "14");
+    EXPECT_EQ("14", one.getPortForInterface("led"));
+    HBOPinProps copy(one);
+    one.addIntfPortMap("uart", "07");
+    EXPECT_EQ((Ports{{"led", "14"}, {"uart", "07"}}), one.getIntfPortMap());
+    EXPECT_EQ("14", copy.getPortForInterface("led"));
+    // A map handed out stays the pin's and follows assignments.
+    const Ports& handed = copy.getIntfPortMap();
+    EXPECT_EQ((Ports{{"led", "14"}}), handed);
+    copy = HBOPinProps();
+    EXPECT_TRUE(handed.empty());
+    HBOPinProps numbered;
+    numbered.addIntfPortMap("gpio", "12");
+    copy = numbered;
+    EXPECT_EQ((Ports{{"gpio", "12"}}), handed);
+    EXPECT_EQ("12", copy.getPortForInterface("gpio"));
 }
 
 TEST(ComponentPinProps, CopyIOPropertiesTakesOnlyWhatTheOtherKnows) {

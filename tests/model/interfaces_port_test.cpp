@@ -111,6 +111,18 @@ TEST(InterfacesModelPort, PinPortLookupAndRewrite) {
     EXPECT_EQ(expected, held);
     unread.addPinPortMap("3", "P3");
     EXPECT_EQ("P3", held.at("3"));
+
+    // Indices that are no plain number keep their text exactly.
+    HBOModelPort odd;
+    for (const char* index : {"1", "01", "", "x", "1234567890", "2"})
+        odd.addPinPortMap(index, std::string("P") + index);
+    EXPECT_EQ((std::map<std::string, std::string>{{"", "P"},
+                                                   {"01", "P01"},
+                                                   {"1", "P1"},
+                                                   {"1234567890", "P1234567890"},
+                                                   {"2", "P2"},
+                                                   {"x", "Px"}}),
+              odd.getPinPortMap());
 }
 
 // The port owns its schema 1 pins (the sanitizer run reports them otherwise).

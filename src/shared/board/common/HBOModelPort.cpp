@@ -7,6 +7,7 @@
 #include "HBOBoardComponent.h"
 #include "HBOBoardUtils.h"
 #include "HBOBusIf.h"
+#include "HBOIndexText.h"
 #include "HBONativeCacheHook.h"
 #include "HBOPinProps.h"
 #include "HBORebase.h"
@@ -215,18 +216,19 @@ bool HBOModelPort::getPortPropsSeq(std::vector<HBOPinProps*>& out) const {
 std::map<std::string, std::string>& HBOModelPort::pinPortMap() const {
     if (!m_pinPortMap.peek()) {
         std::map<std::string, std::string>& map = m_pinPortMap.get();
-        for (auto& entry : m_pinPorts)
-            map[entry.first] = std::move(entry.second);
-        std::vector<std::pair<std::string, std::string>>().swap(m_pinPorts);
+        for (PinPort& entry : m_pinPorts)
+            map[std::to_string(entry.index)] = std::move(entry.pin);
+        std::vector<PinPort>().swap(m_pinPorts);
     }
     return m_pinPortMap.get();
 }
 
 bool HBOModelPort::addPinPortMap(const std::string& index, std::string pin) {
-    if (m_pinPortMap.peek())
-        m_pinPortMap.get()[index] = std::move(pin);
+    int number = 0;
+    if (!m_pinPortMap.peek() && HBOIndexText::toNumber(index, number))
+        m_pinPorts.push_back(PinPort{number, std::move(pin)});
     else
-        m_pinPorts.emplace_back(index, std::move(pin));
+        pinPortMap()[index] = std::move(pin);
     return true;
 }
 

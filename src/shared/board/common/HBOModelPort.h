@@ -97,7 +97,11 @@ private:
     // which from then on holds them all: a board read holds thousands of ports
     // that nobody asks for.
     std::map<std::string, std::string>& pinPortMap() const;
-    mutable std::vector<std::pair<std::string, std::string>> m_pinPorts;
+    struct PinPort {
+        int index;  // HBOIndexText: the entry's index text as a number
+        std::string pin;
+    };
+    mutable std::vector<PinPort> m_pinPorts;
     HBOLazy<std::map<std::string, std::string>> m_pinPortMap;
     HBOBusIf* m_owner = nullptr;
     bool m_adopted = false;

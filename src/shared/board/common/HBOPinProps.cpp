@@ -11,6 +11,7 @@
 #include <boost/algorithm/string/predicate.hpp>
 
 #include "HBOBoardComponent.h"
+#include "HBOIndexText.h"
 #include "HBONativeCacheHook.h"
 
 namespace {
@@ -29,21 +30,6 @@ const char* const kOdt = "odt";
 const char* const kOutputImpedance = "output_impedance";
 const char* const kPreEmphasis = "pre_emphasis";
 const char* const kSlew = "slew";
-
-// The text of a port index as the number it reads as, when the number gives the
-// same text back: digits only, no leading zero, within int.
-bool decimalIndex(const std::string& text, int& out) {
-    if (text.empty() || text.size() > 9 || (text[0] == '0' && text.size() > 1))
-        return false;
-    int value = 0;
-    for (char c : text) {
-        if (c < '0' || c > '9')
-            return false;
-        value = value * 10 + (c - '0');
-    }
-    out = value;
-    return true;
-}
 
 // Interface names of the pins' single entries, one copy each for the process:
 // thousands of pins share a few dozen names.
@@ -336,7 +322,7 @@ const std::map<std::string, std::string>& HBOPinProps::getIntfPortMap() const {
 
 bool HBOPinProps::addIntfPortMap(const std::string& intf, const std::string& port) {
     int index = 0;
-    if (!madeIntfPortMap() && (!m_hasIntfPort || *m_intf == intf) && decimalIndex(port, index)) {
+    if (!madeIntfPortMap() && (!m_hasIntfPort || *m_intf == intf) && HBOIndexText::toNumber(port, index)) {
         if (!m_hasIntfPort)
             m_intf = internedName(intf);
         m_intfPortIndex = index;
