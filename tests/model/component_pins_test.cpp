@@ -163,6 +163,7 @@ TEST(ComponentPinProps, DisplayPutsLabelledKeysFirst) {
 
 TEST(ComponentPins, TableAndMapStayConsistent) {
     HBOBoardComponent c;
+    EXPECT_EQ(nullptr, c.getPinByIndex(0));
     HBOPinProps* a = makePin("A", 3);
     EXPECT_TRUE(c.addPin(a));
     EXPECT_FALSE(c.addPin(nullptr));
@@ -172,6 +173,7 @@ TEST(ComponentPins, TableAndMapStayConsistent) {
     EXPECT_EQ(-1, c.findPinIndex("B"));
     EXPECT_EQ(a, c.getPinByIndex(3));
     EXPECT_EQ(nullptr, c.getPinByIndex(4));
+    EXPECT_EQ(nullptr, c.getPinByIndex(400));
 
     // Same name, new index: the old pin goes, and so does its table slot.
     HBOPinProps* a2 = makePin("A", 9);
@@ -188,9 +190,17 @@ TEST(ComponentPins, TableAndMapStayConsistent) {
     // Adding the same object again changes nothing.
     c.addPin(b);
     EXPECT_EQ(b, c.findPin("B"));
+    // A far index widens the table; the slots below keep their pins.
+    HBOPinProps* far = makePin("F", 399);
+    c.addPin(far);
+    EXPECT_EQ(far, c.getPinByIndex(399));
+    EXPECT_EQ(b, c.getPinByIndex(9));
+    EXPECT_EQ(nullptr, c.getPinByIndex(398));
+    c.addPin(makePin("F", 1));
+    EXPECT_EQ(nullptr, c.getPinByIndex(399));
     std::vector<HBOPinProps*> all;
     c.getPinsVec(all);
-    EXPECT_EQ((std::vector<HBOPinProps*>{a2, b}), all);
+    EXPECT_EQ((std::vector<HBOPinProps*>{a2, b, c.findPin("F")}), all);
 }
 
 TEST(ComponentPins, IndicesBeyondTheTableLiveOnlyInTheMap) {

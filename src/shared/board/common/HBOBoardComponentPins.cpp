@@ -48,6 +48,8 @@ std::size_t HBOBoardComponent::getPinCount() const {
 void HBOBoardComponent::reservePins(std::size_t count) {
     if (!m_pins.peek())
         m_pinList.reserve(m_pinList.size() + count);
+    // Indices mostly run from 0 or 1 up to the count.
+    m_pinTable.reserve(std::min(count + 1, static_cast<std::size_t>(PIN_TABLE_SIZE)));
 }
 
 bool HBOBoardComponent::addPin(HBOPinProps* pin) {
@@ -120,8 +122,10 @@ bool HBOBoardComponent::addPin(HBOPinProps* pin) {
         pinMap().emplace(name, pin);
     }
     if (static_cast<unsigned int>(index) < static_cast<unsigned int>(PIN_TABLE_SIZE)) {
-        if (m_pinTable.empty())
-            m_pinTable.assign(PIN_TABLE_SIZE, nullptr);
+        // The table reaches as far as the largest index so far: a connector of a few
+        // dozen pins does not carry the slots of a large device.
+        if (static_cast<std::size_t>(index) >= m_pinTable.size())
+            m_pinTable.resize(static_cast<std::size_t>(index) + 1, nullptr);
         m_pinTable[index] = pin;
     }
     return true;
@@ -143,7 +147,7 @@ int HBOBoardComponent::findPinIndex(const std::string& name) const {
 
 HBOPinProps* HBOBoardComponent::getPinByIndex(int index) const {
     if (index >= 0 && index < PIN_TABLE_SIZE)
-        return m_pinTable.empty() ? nullptr : m_pinTable[index];
+        return static_cast<std::size_t>(index) < m_pinTable.size() ? m_pinTable[index] : nullptr;
     HBOPinProps* found = nullptr;
     forEachPin([&found, index](const std::string&, HBOPinProps* pin) {
         if (!found && pin && pin->getPinIndex() == index)

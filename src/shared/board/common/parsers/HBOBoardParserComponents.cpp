@@ -225,7 +225,9 @@ bool HBOBoardParser::readComponent(HBOBoardComponent* component, HXMLWElement* e
             if (!readInterfaces(component, child, reason))
                 return false;
         } else if (isNamed(child, "pins")) {
-            for (HXMLWElement* p : getChildElements(child))
+            const HBOChildElements pins = getChildElements(child);
+            component->reservePins(pins.size());
+            for (HXMLWElement* p : pins)
                 readComponentPin(component, p);
         }
     }
