@@ -116,6 +116,32 @@ TEST(ComponentPinProps, IOBankAndInterfaceMaps) {
     EXPECT_EQ("12", copy.getPortForInterface("gpio"));
 }
 
+// The shared interface names are bounded: past the bound, pins of new names keep
+// their entries themselves and answer as before.
+TEST(ComponentPinProps, SharedInterfaceNamesStayBounded) {
+    typedef std::map<std::string, std::string> Ports;
+    HBOPinProps early;
+    early.addIntfPortMap("bounded_early", "1");
+    for (std::size_t i = 0; HBOPinProps::getSharedInterfaceNameCount() < HBOPinProps::kMaxSharedInterfaceNames; ++i) {
+        HBOPinProps filler;
+        filler.addIntfPortMap("bounded_fill_" + std::to_string(i), "0");
+    }
+    HBOPinProps late;
+    late.addIntfPortMap("bounded_late", "5");
+    late.addIntfPortMap("bounded_late", "6");
+    EXPECT_EQ(HBOPinProps::kMaxSharedInterfaceNames, HBOPinProps::getSharedInterfaceNameCount());
+    EXPECT_EQ("6", late.getPortForInterface("bounded_late"));
+    EXPECT_EQ((Ports{{"bounded_late", "6"}}), late.getIntfPortMap());
+    HBOPinProps copy(late);
+    EXPECT_EQ("6", copy.getPortForInterface("bounded_late"));
+    // A name held before the bound is still shared by any pin.
+    HBOPinProps again;
+    again.addIntfPortMap("bounded_early", "2");
+    EXPECT_EQ(HBOPinProps::kMaxSharedInterfaceNames, HBOPinProps::getSharedInterfaceNameCount());
+    EXPECT_EQ("2", again.getPortForInterface("bounded_early"));
+    EXPECT_EQ("1", early.getPortForInterface("bounded_early"));
+}
+
 TEST(ComponentPinProps, CopyIOPropertiesTakesOnlyWhatTheOtherKnows) {
     HBOPinProps mine;
     mine.setName("fpga_a1");

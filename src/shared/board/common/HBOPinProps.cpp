@@ -32,12 +32,28 @@ const char* const kPreEmphasis = "pre_emphasis";
 const char* const kSlew = "slew";
 
 // Interface names of the pins' single entries, one copy each for the process:
-// thousands of pins share a few dozen names.
+// thousands of pins share a few dozen names. Bounded, so that a host reading
+// board after board of made-up names does not grow without end: null once full
+// for a name not yet held.
+struct SharedNames {
+    std::mutex lock;
+    std::unordered_set<std::string> names;
+};
+
+SharedNames& sharedNames() {
+    static auto* shared = new SharedNames();
+    return *shared;
+}
+
 const std::string* internedName(const std::string& name) {
-    static std::mutex lock;
-    static auto* names = new std::unordered_set<std::string>();
-    std::lock_guard<std::mutex> hold(lock);
-    return &*names->insert(name).first;
+    SharedNames& shared = sharedNames();
+    std::lock_guard<std::mutex> hold(shared.lock);
+    auto it = shared.names.find(name);
+    if (it != shared.names.end())
+        return &*it;
+    if (shared.names.size() >= HBOPinProps::kMaxSharedInterfaceNames)
+        return nullptr;
+    return &*shared.names.insert(name).first;
 }
 
 }  // namespace
@@ -323,14 +339,22 @@ const std::map<std::string, std::string>& HBOPinProps::getIntfPortMap() const {
 bool HBOPinProps::addIntfPortMap(const std::string& intf, const std::string& port) {
     int index = 0;
     if (!madeIntfPortMap() && (!m_hasIntfPort || *m_intf == intf) && HBOIndexText::toNumber(port, index)) {
-        if (!m_hasIntfPort)
-            m_intf = internedName(intf);
-        m_intfPortIndex = index;
-        m_hasIntfPort = true;
-        return true;
+        const std::string* shared = m_hasIntfPort ? m_intf : internedName(intf);
+        if (shared) {
+            m_intf = shared;
+            m_intfPortIndex = index;
+            m_hasIntfPort = true;
+            return true;
+        }
     }
     intfPortMap()[intf] = port;
     return true;
+}
+
+std::size_t HBOPinProps::getSharedInterfaceNameCount() {
+    SharedNames& shared = sharedNames();
+    std::lock_guard<std::mutex> hold(shared.lock);
+    return shared.names.size();
 }
 
 std::string HBOPinProps::getPortForInterface(const std::string& intf) const {

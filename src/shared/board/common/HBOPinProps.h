@@ -106,6 +106,10 @@ public:
     const std::map<std::string, std::string>& getIntfPortMap() const;
     // The port of the exact interface name, else empty.
     std::string getPortForInterface(const std::string& intf) const;
+    // Interface names that pins share, one copy each for the process, at most
+    // kMaxSharedInterfaceNames; past that a pin keeps its entry in its own map.
+    static std::size_t getSharedInterfaceNameCount();
+    static constexpr std::size_t kMaxSharedInterfaceNames = 16384;
 
     // One step fill used by the schema 1 readers; the location is upper-cased.
     bool setProp(int index, HBOModelPort* port, const std::string& name, const std::string& loc,
