@@ -116,6 +116,31 @@ TEST_F(CatalogScan, LinkBackToAnAncestorEndsTheWalk) {
     EXPECT_EQ(all(), (Names{"acme:a:1.0=a"}));
 }
 
+// A board is filed under the canonical path of its file, however the
+// repository is named and whatever links the walk went through.
+TEST_F(CatalogScan, BoardFilesAreFiledUnderCanonicalPaths) {
+    namespace fs = boost::filesystem;
+    board("repo/plain", spec("plain", "plain"));
+    board("elsewhere/dir", spec("linkeddir", "linkeddir"));
+    board("elsewhere/file", spec("linkedfile", "linkedfile"));
+    fs::create_directory_symlink(path("elsewhere/dir"), path("repo/viadir"));
+    fs::create_directories(path("repo/viafile"));
+    fs::create_symlink(path("elsewhere/file/board.xml"), path("repo/viafile/board.xml"));
+    board("other/sub", spec("roundabout", "roundabout"));
+    // The second repository is named with a detour and a trailing separator.
+    param("board.repoPaths", "{" + path("repo") + "} {" + path("repo") + "/../other/}");
+
+    auto fileOf = [&](const std::string& name) {
+        const HBOBoard* b = catalogue()->getInfoForBoard("acme:" + name + ":1.0");
+        return b ? b->getBoardFile() : std::string("(not filed)");
+    };
+    auto canon = [&](const std::string& rel) { return fs::canonical(path(rel)).generic_string(); };
+    EXPECT_EQ(fileOf("plain"), canon("repo/plain/board.xml"));
+    EXPECT_EQ(fileOf("linkeddir"), canon("elsewhere/dir/board.xml"));
+    EXPECT_EQ(fileOf("linkedfile"), canon("elsewhere/file/board.xml"));
+    EXPECT_EQ(fileOf("roundabout"), canon("other/sub/board.xml"));
+}
+
 TEST_F(CatalogScan, UserBoardHidesTheInstalledOne) {
     installed("d1", "boards/board_files", "x", spec("b1", "installed"));
     installed("d1", "boards/board_files", "y", spec("b2", "installed"));

@@ -28,26 +28,88 @@ HXMLWElement::~HXMLWElement() = default;
 
 namespace {
 
+// Arena blocks of the standard size that trees on this thread gave back, for
+// the next tree. A board read takes and frees dozens of them per file; handed
+// back to the C library each time, every such free makes it sweep its caches
+// of small chunks, which the model's many small allocations then miss. The
+// cache is bounded, and a block freed after the thread's cache is gone goes
+// straight back to the C library.
+class BlockCache {
+public:
+    static constexpr std::size_t kBlockSize = 64 * 1024;
+    static constexpr std::size_t kMaxBlocks = 64;  // 4 MiB a thread at most
+
+    ~BlockCache() {
+        t_gone = true;
+        for (char* b : m_blocks)
+            delete[] b;
+    }
+
+    static char* take() {
+        if (!t_gone) {
+            std::vector<char*>& blocks = instance().m_blocks;
+            if (!blocks.empty()) {
+                char* b = blocks.back();
+                blocks.pop_back();
+                return b;
+            }
+        }
+        return new char[kBlockSize];
+    }
+
+    // Called from destructors: never throws.
+    static void give(char* block) noexcept {
+        try {
+            if (!t_gone) {
+                std::vector<char*>& blocks = instance().m_blocks;
+                if (blocks.size() < kMaxBlocks) {
+                    blocks.push_back(block);
+                    return;
+                }
+            }
+        } catch (...) {
+        }
+        delete[] block;
+    }
+
+private:
+    static BlockCache& instance() {
+        thread_local BlockCache cache;
+        return cache;
+    }
+    static thread_local bool t_gone;
+    std::vector<char*> m_blocks;
+};
+
+thread_local bool BlockCache::t_gone = false;
+
 class Arena {
 public:
     Arena() = default;
     Arena(const Arena&) = delete;
     Arena& operator=(const Arena&) = delete;
     ~Arena() {
-        for (char* b : m_blocks)
-            delete[] b;
+        for (const Block& b : m_blocks) {
+            if (b.size == BlockCache::kBlockSize)
+                BlockCache::give(b.data);
+            else
+                delete[] b.data;
+        }
     }
 
     void* allocate(std::size_t size, std::size_t align) {
         std::size_t pad = (align - reinterpret_cast<std::uintptr_t>(m_cur) % align) % align;
         if (pad + size > m_left) {
-            std::size_t blockSize = size + align > m_nextBlock ? size + align : m_nextBlock;
-            m_blocks.push_back(new char[blockSize]);
-            m_cur = m_blocks.back();
+            const std::size_t blockSize = size + align > m_nextBlock ? size + align : m_nextBlock;
+            if (m_blocks.size() == m_blocks.capacity())
+                m_blocks.reserve(m_blocks.empty() ? 8 : 2 * m_blocks.size());
+            char* data = blockSize == BlockCache::kBlockSize ? BlockCache::take() : new char[blockSize];
+            m_blocks.push_back(Block{data, blockSize});
+            m_cur = data;
             m_left = blockSize;
-            // Blocks stay below the allocator's mapping threshold, so that a
-            // freed tree's memory serves the next one without new page faults.
-            if (m_nextBlock < 64 * 1024)
+            // Small trees stay small; the blocks of large ones stay below the
+            // allocator's mapping threshold and come from the cache.
+            if (m_nextBlock < BlockCache::kBlockSize)
                 m_nextBlock *= 2;
             pad = (align - reinterpret_cast<std::uintptr_t>(m_cur) % align) % align;
         }
@@ -70,7 +132,11 @@ public:
     }
 
 private:
-    std::vector<char*> m_blocks;
+    struct Block {
+        char* data;
+        std::size_t size;
+    };
+    std::vector<Block> m_blocks;
     char* m_cur = nullptr;
     std::size_t m_left = 0;
     std::size_t m_nextBlock = 8 * 1024;
@@ -644,6 +710,12 @@ std::shared_ptr<HXMLWElement> HXMLWInterface::readFromFile(const std::string& pa
         t_lastError = e.what();
         return nullptr;
     }
+    return readFromBuffer(text, path);
+}
+
+std::shared_ptr<HXMLWElement> HXMLWInterface::readFromBuffer(const std::string& text, const std::string& path) {
+    t_lastBound.clear();
+    t_lastLine = t_lastColumn = 0;
     if (text.empty()) {
         t_lastError = "'" + path + "' is empty";
         return nullptr;

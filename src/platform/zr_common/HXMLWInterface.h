@@ -30,6 +30,8 @@ class HXMLWInterface {
 public:
     static std::shared_ptr<HXMLWElement> readFromFile(const std::string& path);
     static std::shared_ptr<HXMLWElement> readFromBuffer(const std::string& text);
+    // The text of the file `path`, already read: faults are told as readFromFile tells them.
+    static std::shared_ptr<HXMLWElement> readFromBuffer(const std::string& text, const std::string& path);
     // Parser text of the last failure on this thread, for diagnostics.
     static const std::string& lastError();
     // Where the last failure on this thread was found in its document,

@@ -20,10 +20,14 @@ bool is_xp_format(const std::string& path) {
     std::FILE* f = std::fopen(path.c_str(), "rb");
     if (!f)
         return false;
-    unsigned char magic[2] = {0, 0};
+    char magic[2] = {0, 0};
     const std::size_t n = std::fread(magic, 1, 2, f);
     std::fclose(f);
-    return n == 2 && magic[0] == 0x1f && magic[1] == 0x8b;
+    return is_xp_format(magic, n);
+}
+
+bool is_xp_format(const char* data, std::size_t size) {
+    return size >= 2 && static_cast<unsigned char>(data[0]) == 0x1f && static_cast<unsigned char>(data[1]) == 0x8b;
 }
 
 }  // namespace xp

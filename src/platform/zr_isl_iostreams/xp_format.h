@@ -2,6 +2,7 @@
 #ifndef ZR_ISL_IOSTREAMS_XP_FORMAT_H
 #define ZR_ISL_IOSTREAMS_XP_FORMAT_H
 
+#include <cstddef>
 #include <string>
 
 #include <boost/iostreams/filtering_stream.hpp>
@@ -11,6 +12,8 @@ namespace iostreams {
 namespace xp {
 // True for a readable file that begins with the gzip magic bytes.
 bool is_xp_format(const std::string& path);
+// True for text that begins with the gzip magic bytes.
+bool is_xp_format(const char* data, std::size_t size);
 }  // namespace xp
 
 struct xp_autodetect {

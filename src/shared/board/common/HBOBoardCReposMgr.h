@@ -72,7 +72,9 @@ private:
     ~HBOBoardCReposMgr();
 
     void populateStaticBoardPartList();
-    HBOBoard* addBoardPart(const std::string& path, bool is_static);
+    // `canonical`: the path is known to be in canonical form already.
+    HBOBoard* addBoardPart(const std::string& path, bool is_static, bool canonical = false);
+    bool walkBoardFiles(const std::string& directory, bool is_static, bool canonical);
     void populateBoardPartList();
     void walkRepositoryList(const std::string& tclList);
     void resolveIntegratedBoard(HBOBoard* board);

@@ -103,6 +103,15 @@ void HBOBoardCReposMgr::populateStaticBoardPartList() {
 }
 
 bool HBOBoardCReposMgr::findBoardFiles(const std::string& directory, bool is_static) {
+    // Below a directory named in canonical form, every entry reached without
+    // a symbolic link is in canonical form too: the thousands of board files
+    // of an installation then need no resolving of their paths one by one.
+    boost::system::error_code ec;
+    const fs::path canon = fs::canonical(directory, fs::current_path(), ec);
+    return walkBoardFiles(directory, is_static, !ec && canon.generic_string() == directory);
+}
+
+bool HBOBoardCReposMgr::walkBoardFiles(const std::string& directory, bool is_static, bool canonical) {
     ComMsgMgr::sendScopedMsg::eval(1, __FILE__, __LINE__, "board", "board.findBoards", ComMsgMgr::MSG_DEBUG1,
                                    "HBOBoardCReposMgr::findBoardFiles searching '%s'\n", directory);
     const fs::path dir(directory);
@@ -123,16 +132,22 @@ bool HBOBoardCReposMgr::findBoardFiles(const std::string& directory, bool is_sta
                 throw std::string(directory + ": " + ec.message());
             const fs::path& entry = it->path();
             boost::system::error_code statusError;
-            const fs::file_status status = fs::status(entry, statusError);
+            // The entry itself first: only a link needs a second look, at what it names.
+            const fs::file_status own = it->symlink_status(statusError);
+            const bool link = fs::is_symlink(own);
+            const fs::file_status status = link ? fs::status(entry, statusError) : own;
             if (fs::is_directory(status)) {
-                if (fs::is_symlink(it->symlink_status(statusError)) && linksToAncestor(entry, dir))
+                if (link && linksToAncestor(entry, dir))
                     continue;
-                if (findBoardFiles(entry.string(), is_static))
+                if (walkBoardFiles(entry.string(), is_static, canonical && !link))
                     return true;
             } else if (fs::is_regular_file(status)) {
                 if (!isBoardFileName(entry))
                     continue;
-                addBoardPart(canonicalPath(entry), is_static);
+                if (canonical && !link)
+                    addBoardPart(entry.generic_string(), is_static, true);
+                else
+                    addBoardPart(canonicalPath(entry), is_static);
             }
         }
     } catch (const std::string& text) {
@@ -142,11 +157,11 @@ bool HBOBoardCReposMgr::findBoardFiles(const std::string& directory, bool is_sta
     return false;
 }
 
-HBOBoard* HBOBoardCReposMgr::addBoardPart(const std::string& path, bool is_static) {
+HBOBoard* HBOBoardCReposMgr::addBoardPart(const std::string& path, bool is_static, bool canonical) {
     HBOBoard* board = new HBOBoard();
     HBOParser* parser = new HBOParser();
     try {
-        const std::string file = canonicalPath(path);
+        const std::string file = canonical ? path : canonicalPath(path);
         if (!parser->parseFile(file, board)) {
             delete parser;
             delete board;

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include <boost/iostreams/device/array.hpp>
+#include <boost/iostreams/filter/gzip.hpp>
 #include <boost/iostreams/filtering_stream.hpp>
 
 #include "ComMsgMgr.h"
@@ -62,18 +64,15 @@ void refuseBound(const std::string& file, const std::string& bound) {
                                                            bound));
 }
 
-std::string readPackedText(const std::string& file) {
-    admit(file);
-    boost::iostreams::filtering_stream<boost::iostreams::input> in;
-    isl::iostreams::xp_autodetect()(file, in);
-    if (in.fail() || in.bad())
-        throw HEXError(ComMsgMgrInstance::createInstance::eval(1, __FILE__, __LINE__, "board", ComMsgMgr::MSG_ERROR,
-                                                               "@49-110@%s", file));
+namespace {
+
+// The whole unpacked text of `in`, each line ended: a small packed file may
+// unpack to any size, so the bound holds for the text.
+std::string readUnpacked(const std::string& file, std::istream& in) {
     std::string text;
     char chunk[64 * 1024];
     while (in.read(chunk, sizeof chunk) || in.gcount() > 0) {
         text.append(chunk, static_cast<std::size_t>(in.gcount()));
-        // A small packed file may unpack to any size: the bound holds for the text.
         if (text.size() > HUTFileUtils::kMaxInputBytes)
             refuseFile(file, "unpacked, it has more than the " + std::to_string(HUTFileUtils::kMaxInputBytes) +
                                  " bytes an input file may have");
@@ -83,17 +82,38 @@ std::string readPackedText(const std::string& file) {
     return text;
 }
 
+}  // namespace
+
+std::string readPackedText(const std::string& file) {
+    admit(file);
+    boost::iostreams::filtering_stream<boost::iostreams::input> in;
+    isl::iostreams::xp_autodetect()(file, in);
+    if (in.fail() || in.bad())
+        throw HEXError(ComMsgMgrInstance::createInstance::eval(1, __FILE__, __LINE__, "board", ComMsgMgr::MSG_ERROR,
+                                                               "@49-110@%s", file));
+    return readUnpacked(file, in);
+}
+
 std::shared_ptr<HXMLWElement> loadRoot(const std::string& file) {
     std::shared_ptr<HXMLWElement> root;
     if (t_handed.root && t_handed.file == file) {
         root = std::move(t_handed.root);
         t_handed.file.clear();
     } else {
-        admit(file);
-        if (!isl::iostreams::xp::is_xp_format(file))
-            root = HXMLWInterface::readFromFile(file);
-        else
-            root = HXMLWInterface::readFromBuffer(readPackedText(file));
+        // The file is opened once: whether it is packed shows in its first bytes.
+        // One buffer per thread, kept from file to file, costs no fresh memory per read.
+        thread_local std::string text;
+        std::string why;
+        if (!HUTFileUtils::readInput(file, text, why))
+            refuseFile(file, why);
+        if (!isl::iostreams::xp::is_xp_format(text.data(), text.size())) {
+            root = HXMLWInterface::readFromBuffer(text, file);
+        } else {
+            boost::iostreams::filtering_stream<boost::iostreams::input> in;
+            in.push(boost::iostreams::gzip_decompressor());
+            in.push(boost::iostreams::array_source(text.data(), text.size()));
+            root = HXMLWInterface::readFromBuffer(readUnpacked(file, in));
+        }
         if (!root) {
             // The parser's place and text of the fault travel beside the message.
             const ComMsgPositionScope at(file, HXMLWInterface::lastErrorLine(), HXMLWInterface::lastErrorColumn());

@@ -22,10 +22,10 @@ bool admitted(const std::string& file);
 // report even where they keep other errors to themselves.
 bool isRefusal(const HEXError& e);
 
-// Throws HEXError "@49-900@%s%s" for a file that admit refuses, "@49-110@%s"
-// when a packed file cannot be opened as a stream, "@49-901@%s%s" (file,
-// bound) when the document breaks a parse bound, and "@49-111@%s" when no
-// root element came out of the XML reader.
+// Throws HEXError "@49-900@%s%s" for a file that admit refuses or that
+// cannot be read, "@49-901@%s%s" (file, bound) when the document breaks a
+// parse bound, and "@49-111@%s" when no root element came out of the XML
+// reader (a packed file that does not unpack included).
 std::shared_ptr<HXMLWElement> loadRoot(const std::string& file);
 
 // The text of a packed file, line by line, each line ended by a line feed.
