@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <map>
+#include <memory_resource>
 #include <set>
 #include <string>
 #include <string_view>
@@ -522,8 +523,11 @@ bool HBOBoardParser::readPortMap(HBOBusIf* busIf, HBOBoardComponent* component, 
             if (static_cast<int>(pinMaps.size()) != width)
                 deferCheck("Necessary component pins not provided for '" + physical + "'.");
 
-            // Keys and values point into the file's tree, which outlives this loop.
-            std::unordered_map<std::string_view, const char*> pinByIndex;
+            // Keys and values point into the file's tree, which outlives this loop;
+            // the nodes of a port of common width fit in the buffer on the stack.
+            alignas(std::max_align_t) char nodes[4096];
+            std::pmr::monotonic_buffer_resource pool(nodes, sizeof nodes);
+            std::pmr::unordered_map<std::string_view, const char*> pinByIndex(&pool);
             pinByIndex.reserve(pinMaps.size());
             port->reservePinPortMap(pinMaps.size());
             for (HXMLWElement* pm : pinMaps) {

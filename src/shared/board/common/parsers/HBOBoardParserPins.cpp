@@ -2,7 +2,9 @@
 // I/O properties, and the design constraints of the device's banks.
 #include <algorithm>
 #include <map>
+#include <memory_resource>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -67,7 +69,9 @@ void HBOBoardParser::readPins(HXMLWElement* pinsElem, const std::string& file, P
     // 0, so those get a direct table and only the rest a map.
     std::vector<const HBOPinProps*> denseByIndex(children.size(), nullptr);
     std::map<int, const HBOPinProps*> sparseByIndex;
-    std::unordered_map<std::string, int> indexByLoc;
+    // Keys are the pins' own locations; the nodes come from one pool, not one allocation each.
+    std::pmr::monotonic_buffer_resource pool(children.size() * 48 + 256);
+    std::pmr::unordered_map<std::string_view, int> indexByLoc(&pool);
     indexByLoc.reserve(children.size());
     static const std::unordered_set<std::string> propNames(HBOPinProps::getPortPropNames().begin(),
                                                             HBOPinProps::getPortPropNames().end());
@@ -109,7 +113,7 @@ void HBOBoardParser::readPins(HXMLWElement* pinsElem, const std::string& file, P
         else if (seenLoc != indexByLoc.end())
             seenLoc->second = index;
         else
-            indexByLoc.emplace(loc, index);
+            indexByLoc.emplace(std::string_view(loc), index);
 
         // One walk over the pin's attributes: the property names, exact, and the bank ones.
         for (int i = 0, n = e->getAttributeCount(); i < n; ++i) {
