@@ -1,12 +1,12 @@
 // The pin file of a component (part0_pins.xml): pins with their locations and
 // I/O properties, and the design constraints of the device's banks.
 #include <algorithm>
+#include <cstring>
 #include <map>
 #include <memory_resource>
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <unordered_set>
 
 #include <boost/algorithm/string/predicate.hpp>
 #include <boost/filesystem.hpp>
@@ -73,8 +73,8 @@ void HBOBoardParser::readPins(HXMLWElement* pinsElem, const std::string& file, P
     std::pmr::monotonic_buffer_resource pool(children.size() * 48 + 256);
     std::pmr::unordered_map<std::string_view, int> indexByLoc(&pool);
     indexByLoc.reserve(children.size());
-    static const std::unordered_set<std::string> propNames(HBOPinProps::getPortPropNames().begin(),
-                                                            HBOPinProps::getPortPropNames().end());
+    const std::vector<std::string>& propNames = HBOPinProps::getPortPropNames();
+    const std::size_t bankPrefix = std::char_traits<char>::length(kIoBankPrefix);
     pins.reserve(pins.size() + children.size());
     for (HXMLWElement* e : children) {
         const HBOElementScope atPin(file, e);
@@ -115,18 +115,24 @@ void HBOBoardParser::readPins(HXMLWElement* pinsElem, const std::string& file, P
         else
             indexByLoc.emplace(std::string_view(loc), index);
 
-        // One walk over the pin's attributes: the property names, exact, and the bank ones.
+        // One walk over the pin's attributes: the property names, exact, and the
+        // bank ones, in the order the element has them. A handful of known names,
+        // told apart mostly by their first byte, need no hashing.
         for (int i = 0, n = e->getAttributeCount(); i < n; ++i) {
             const char* attr = e->getAttributeName(i);
             if (!attr)
                 continue;
-            const std::string attrName(attr);
-            if (propNames.count(attrName)) {
-                if (ignoredPortProps.empty() || !ignoredPortProps.count(attrName))
-                    pin->setPortProp(attrName, getAttr(e, attr));
-            } else if (boost::algorithm::starts_with(attrName, kIoBankPrefix)) {
-                pin->setIOBankProperty(attrName.substr(std::char_traits<char>::length(kIoBankPrefix)),
-                                       getAttr(e, attr));
+            const std::string* known = nullptr;
+            for (const std::string& prop : propNames)
+                if (prop[0] == attr[0] && prop == attr) {
+                    known = &prop;
+                    break;
+                }
+            if (known) {
+                if (ignoredPortProps.empty() || !ignoredPortProps.count(*known))
+                    pin->setPortProp(*known, getAttr(e, attr));
+            } else if (std::strncmp(attr, kIoBankPrefix, bankPrefix) == 0) {
+                pin->setIOBankProperty(attr + bankPrefix, getAttr(e, attr));
             }
         }
     }
