@@ -46,14 +46,20 @@ SharedNames& sharedNames() {
 }
 
 const std::string* internedName(const std::string& name) {
+    // The pins of one port map come in a row with one interface name: the
+    // last name found on this thread answers them without the lock. Shared
+    // names are never dropped, so the pointer stays good.
+    thread_local const std::string* t_last = nullptr;
+    if (t_last && *t_last == name)
+        return t_last;
     SharedNames& shared = sharedNames();
     std::lock_guard<std::mutex> hold(shared.lock);
     auto it = shared.names.find(name);
     if (it != shared.names.end())
-        return &*it;
+        return t_last = &*it;
     if (shared.names.size() >= HBOPinProps::kMaxSharedInterfaceNames)
         return nullptr;
-    return &*shared.names.insert(name).first;
+    return t_last = &*shared.names.insert(name).first;
 }
 
 }  // namespace
