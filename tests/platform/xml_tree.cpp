@@ -2,6 +2,7 @@
 
 #include <fstream>
 #include <string>
+#include <thread>
 
 #include <boost/filesystem.hpp>
 
@@ -107,6 +108,43 @@ TEST_F(XmlTree, ChildrenLiveAsLongAsTheRoot) {
     ASSERT_EQ(keep->getChildCount(), 2000);
     EXPECT_STREQ(deep->getAttribute("loc"), "A1999");
     EXPECT_STREQ(keep->getChild(7)->getAttribute("name"), "p7");
+}
+
+// Trees of several blocks, freed out of order, on another thread and after
+// the thread that read them ended: no tree sees another's memory (the sanitizer
+// build checks that no block is freed twice or used after its tree).
+TEST_F(XmlTree, TreesKeepTheirMemoryWhateverOrderTheyAreFreedIn) {
+    auto document = [](const std::string& tag, int pins) {
+        std::string text = "<" + tag + ">";
+        for (int i = 0; i < pins; ++i)
+            text += "<pin name=\"" + tag + std::to_string(i) + "\" loc=\"LOCATION_" + std::to_string(i) + "\"/>";
+        return text + "</" + tag + ">";
+    };
+    auto intact = [](const std::shared_ptr<HXMLWElement>& root, const std::string& tag, int pins) {
+        if (!root || root->getChildCount() != pins)
+            return false;
+        for (int i = 0; i < pins; i += 97)
+            if (root->getChild(i)->getAttribute("name") != tag + std::to_string(i))
+                return false;
+        return root->getChild(pins - 1)->getAttribute("loc") == "LOCATION_" + std::to_string(pins - 1);
+    };
+    const int pins = 40000;  // several megabytes of tree: more blocks than are kept for reuse
+    std::shared_ptr<HXMLWElement> a = HXMLWInterface::readFromBuffer(document("a", pins));
+    std::shared_ptr<HXMLWElement> b = HXMLWInterface::readFromBuffer(document("b", pins));
+    a.reset();
+    std::shared_ptr<HXMLWElement> c = HXMLWInterface::readFromBuffer(document("c", pins));
+    EXPECT_TRUE(intact(b, "b", pins));
+    EXPECT_TRUE(intact(c, "c", pins));
+
+    // Read on a thread that is gone before its tree is freed here, and freed
+    // on a thread from a tree read here.
+    std::shared_ptr<HXMLWElement> d;
+    std::thread([&d, &document] { d = HXMLWInterface::readFromBuffer(document("d", 3000)); }).join();
+    std::thread([&b] { b.reset(); }).join();
+    std::shared_ptr<HXMLWElement> e = HXMLWInterface::readFromBuffer(document("e", pins));
+    EXPECT_TRUE(intact(d, "d", 3000));
+    EXPECT_TRUE(intact(c, "c", pins));
+    EXPECT_TRUE(intact(e, "e", pins));
 }
 
 TEST_F(XmlTree, ReadsFilesAndIgnoresMissingGrammars) {
