@@ -127,8 +127,10 @@ TEST_F(CatalogScan, BoardFilesAreFiledUnderCanonicalPaths) {
     fs::create_directories(path("repo/viafile"));
     fs::create_symlink(path("elsewhere/file/board.xml"), path("repo/viafile/board.xml"));
     board("other/sub", spec("roundabout", "roundabout"));
-    // The second repository is named with a detour and a trailing separator.
-    param("board.repoPaths", "{" + path("repo") + "} {" + path("repo") + "/../other/}");
+    // The second repository is named with a detour and a trailing separator;
+    // the third is a file, which cannot be walked and is reported.
+    param("board.repoPaths", "{" + path("repo") + "} {" + path("repo") + "/../other/} {" +
+                                 path("elsewhere/file/board.xml") + "}");
 
     auto fileOf = [&](const std::string& name) {
         const HBOBoard* b = catalogue()->getInfoForBoard("acme:" + name + ":1.0");
@@ -139,6 +141,7 @@ TEST_F(CatalogScan, BoardFilesAreFiledUnderCanonicalPaths) {
     EXPECT_EQ(fileOf("linkeddir"), canon("elsewhere/dir/board.xml"));
     EXPECT_EQ(fileOf("linkedfile"), canon("elsewhere/file/board.xml"));
     EXPECT_EQ(fileOf("roundabout"), canon("other/sub/board.xml"));
+    EXPECT_EQ(count("49-44"), 1);
 }
 
 TEST_F(CatalogScan, UserBoardHidesTheInstalledOne) {

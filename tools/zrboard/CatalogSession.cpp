@@ -32,7 +32,8 @@ std::string canonicalOrSame(const fs::path& p) {
     return ec ? p.generic_string() : c.generic_string();
 }
 
-// Board files below `root`, as the catalogue's walk finds them.
+// Board files below `root`, as the catalogue's walk finds them, by the paths
+// the walk reached them under.
 void collectBoardFiles(const fs::path& root, std::vector<std::string>& out) {
     boost::system::error_code ec;
     if (!fs::is_directory(root, ec))
@@ -44,7 +45,7 @@ void collectBoardFiles(const fs::path& root, std::vector<std::string>& out) {
         if (it.depth() > 32)
             it.disable_recursion_pending();
         if (fs::is_regular_file(it->status()) && isBoardFile(it->path()))
-            out.push_back(canonicalOrSame(it->path()));
+            out.push_back(it->path().generic_string());
     }
 }
 
@@ -140,8 +141,13 @@ void CatalogSession::findFailedBoards() {
     for (const std::string& root : m_roots)
         collectBoardFiles(root, files);
     std::set<std::string> seen;
-    for (const std::string& file : files) {
-        // Not filed: either it did not read, or a board of its name came first.
+    for (const std::string& found : files) {
+        // Most files are filed under the very path the walk found: those need
+        // no resolving. Not filed: either it did not read, or a board of its
+        // name came first.
+        if (filed.count(found))
+            continue;
+        const std::string file = canonicalOrSame(found);
         if (filed.count(file) || !seen.insert(file).second)
             continue;
         std::vector<ComMsgMgrInstance> messages;

@@ -3,6 +3,11 @@
 // from the catalogue afterwards.
 #include "HBOBoardCReposMgr.h"
 
+#include <dirent.h>
+
+#include <cerrno>
+#include <memory>
+
 #include <boost/filesystem.hpp>
 
 #include "ComMsgMgr.h"
@@ -103,6 +108,13 @@ void HBOBoardCReposMgr::populateStaticBoardPartList() {
 }
 
 bool HBOBoardCReposMgr::findBoardFiles(const std::string& directory, bool is_static) {
+    if (!pathExists(directory)) {
+        ComMsgMgr::sendScopedMsg::eval(1, __FILE__, __LINE__, "board", "board.findBoards", ComMsgMgr::MSG_DEBUG1,
+                                       "HBOBoardCReposMgr::findBoardFiles searching '%s'\n", directory);
+        if (!directory.empty())
+            ComMsgMgr::sendMsg::eval(1, __FILE__, __LINE__, "board", ComMsgMgr::MSG_WARNING, "@49-91@%s", directory);
+        return false;
+    }
     // Below a directory named in canonical form, every entry reached without
     // a symbolic link is in canonical form too: the thousands of board files
     // of an installation then need no resolving of their paths one by one.
@@ -111,37 +123,59 @@ bool HBOBoardCReposMgr::findBoardFiles(const std::string& directory, bool is_sta
     return walkBoardFiles(directory, is_static, !ec && canon.generic_string() == directory);
 }
 
+namespace {
+
+struct DirCloser {
+    void operator()(DIR* d) const { ::closedir(d); }
+};
+
+std::string systemError(const std::string& directory, int error) {
+    return directory + ": " + boost::system::error_code(error, boost::system::system_category()).message();
+}
+
+}  // namespace
+
 bool HBOBoardCReposMgr::walkBoardFiles(const std::string& directory, bool is_static, bool canonical) {
     ComMsgMgr::sendScopedMsg::eval(1, __FILE__, __LINE__, "board", "board.findBoards", ComMsgMgr::MSG_DEBUG1,
                                    "HBOBoardCReposMgr::findBoardFiles searching '%s'\n", directory);
     const fs::path dir(directory);
-    if (!pathExists(dir)) {
-        if (!directory.empty())
-            ComMsgMgr::sendMsg::eval(1, __FILE__, __LINE__, "board", ComMsgMgr::MSG_WARNING, "@49-91@%s", directory);
-        return false;
-    }
     try {
-        boost::system::error_code ec;
-        fs::directory_iterator it(dir, ec);
-        if (ec)
-            throw std::string(directory + ": " + ec.message());
+        std::unique_ptr<DIR, DirCloser> listing(::opendir(directory.c_str()));
+        if (!listing)
+            throw systemError(directory, errno);
         // Entries in the order the file system gives them; a directory with a
-        // board is still descended into.
-        for (; it != fs::directory_iterator(); it.increment(ec)) {
-            if (ec)
-                throw std::string(directory + ": " + ec.message());
-            const fs::path& entry = it->path();
-            boost::system::error_code statusError;
-            // The entry itself first: only a link needs a second look, at what it names.
-            const fs::file_status own = it->symlink_status(statusError);
-            const bool link = fs::is_symlink(own);
-            const fs::file_status status = link ? fs::status(entry, statusError) : own;
-            if (fs::is_directory(status)) {
+        // board is still descended into. The listing tells most entries' kinds,
+        // so only links and entries of unknown kind are looked at one by one.
+        for (;;) {
+            errno = 0;
+            const dirent* item = ::readdir(listing.get());
+            if (!item) {
+                if (errno != 0)
+                    throw systemError(directory, errno);
+                break;
+            }
+            const char* name = item->d_name;
+            if (name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0')))
+                continue;
+            const fs::path entry = dir / name;
+            bool link = false;
+            fs::file_type kind;
+            if (item->d_type == DT_DIR) {
+                kind = fs::directory_file;
+            } else if (item->d_type == DT_REG) {
+                kind = fs::regular_file;
+            } else {
+                boost::system::error_code statusError;
+                const fs::file_status own = fs::symlink_status(entry, statusError);
+                link = fs::is_symlink(own);
+                kind = (link ? fs::status(entry, statusError) : own).type();
+            }
+            if (kind == fs::directory_file) {
                 if (link && linksToAncestor(entry, dir))
                     continue;
                 if (walkBoardFiles(entry.string(), is_static, canonical && !link))
                     return true;
-            } else if (fs::is_regular_file(status)) {
+            } else if (kind == fs::regular_file) {
                 if (!isBoardFileName(entry))
                     continue;
                 if (canonical && !link)
