@@ -97,21 +97,13 @@ public:
         }
     }
 
+    // `align` is a power of two. The common case stays small enough to inline,
+    // where the alignment is a constant.
     void* allocate(std::size_t size, std::size_t align) {
-        std::size_t pad = (align - reinterpret_cast<std::uintptr_t>(m_cur) % align) % align;
+        std::size_t pad = padding(m_cur, align);
         if (pad + size > m_left) {
-            const std::size_t blockSize = size + align > m_nextBlock ? size + align : m_nextBlock;
-            if (m_blocks.size() == m_blocks.capacity())
-                m_blocks.reserve(m_blocks.empty() ? 8 : 2 * m_blocks.size());
-            char* data = blockSize == BlockCache::kBlockSize ? BlockCache::take() : new char[blockSize];
-            m_blocks.push_back(Block{data, blockSize});
-            m_cur = data;
-            m_left = blockSize;
-            // Small trees stay small; the blocks of large ones stay below the
-            // allocator's mapping threshold and come from the cache.
-            if (m_nextBlock < BlockCache::kBlockSize)
-                m_nextBlock *= 2;
-            pad = (align - reinterpret_cast<std::uintptr_t>(m_cur) % align) % align;
+            newBlock(size, align);
+            pad = padding(m_cur, align);
         }
         char* p = m_cur + pad;
         m_cur = p + size;
@@ -136,6 +128,25 @@ private:
         char* data;
         std::size_t size;
     };
+
+    static std::size_t padding(const char* at, std::size_t align) {
+        return static_cast<std::size_t>(0 - reinterpret_cast<std::uintptr_t>(at)) & (align - 1);
+    }
+
+    __attribute__((noinline)) void newBlock(std::size_t size, std::size_t align) {
+        const std::size_t blockSize = size + align > m_nextBlock ? size + align : m_nextBlock;
+        if (m_blocks.size() == m_blocks.capacity())
+            m_blocks.reserve(m_blocks.empty() ? 8 : 2 * m_blocks.size());
+        char* data = blockSize == BlockCache::kBlockSize ? BlockCache::take() : new char[blockSize];
+        m_blocks.push_back(Block{data, blockSize});
+        m_cur = data;
+        m_left = blockSize;
+        // Small trees stay small; the blocks of large ones stay below the
+        // allocator's mapping threshold and come from the cache.
+        if (m_nextBlock < BlockCache::kBlockSize)
+            m_nextBlock *= 2;
+    }
+
     std::vector<Block> m_blocks;
     char* m_cur = nullptr;
     std::size_t m_left = 0;
