@@ -142,6 +142,8 @@ private:
     // Pins in document order to the result of the pin reader: of two pins of one
     // name the earlier is deleted and the later stays, and the list is in name order.
     static void keepLastPinOfEachName(PinList& pins);
+    // Place of the attribute name among HBOPinProps::getPortPropNames(), or -1.
+    static int portPropPlace(const char* attr);
     void readDesignConstrs(HXMLWElement* constrsElem, const std::string& file, DesignConstrList& constrs);
 
     // ---- Preset file ----

@@ -592,11 +592,9 @@ void HBOBoardParser::readComponentPin(HBOBoardComponent* component, HXMLWElement
         const char* attr = e->getAttributeName(i);
         if (!attr)
             continue;
-        for (std::size_t p = 0; p < known; ++p)
-            if (propNames[p][0] == attr[0] && propNames[p] == attr) {
-                values[p] = e->getAttribute(attr);
-                break;
-            }
+        const int place = portPropPlace(attr);
+        if (place >= 0 && static_cast<std::size_t>(place) < known)
+            values[place] = e->getAttribute(attr);
     }
     for (std::size_t p = 0; p < known; ++p)
         if (values[p] && !ignoredPortProps.count(propNames[p]))

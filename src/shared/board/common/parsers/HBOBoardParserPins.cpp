@@ -116,26 +116,30 @@ void HBOBoardParser::readPins(HXMLWElement* pinsElem, const std::string& file, P
             indexByLoc.emplace(std::string_view(loc), index);
 
         // One walk over the pin's attributes: the property names, exact, and the
-        // bank ones, in the order the element has them. A handful of known names,
-        // told apart mostly by their first byte, need no hashing.
+        // bank ones, in the order the element has them.
         for (int i = 0, n = e->getAttributeCount(); i < n; ++i) {
             const char* attr = e->getAttributeName(i);
             if (!attr)
                 continue;
-            const std::string* known = nullptr;
-            for (const std::string& prop : propNames)
-                if (prop[0] == attr[0] && prop == attr) {
-                    known = &prop;
-                    break;
-                }
-            if (known) {
-                if (ignoredPortProps.empty() || !ignoredPortProps.count(*known))
-                    pin->setPortProp(*known, getAttr(e, attr));
+            const int place = portPropPlace(attr);
+            if (place >= 0) {
+                const std::string& known = propNames[static_cast<std::size_t>(place)];
+                if (ignoredPortProps.empty() || !ignoredPortProps.count(known))
+                    pin->setPortProp(known, getAttr(e, attr));
             } else if (std::strncmp(attr, kIoBankPrefix, bankPrefix) == 0) {
                 pin->setIOBankProperty(attr + bankPrefix, getAttr(e, attr));
             }
         }
     }
+}
+
+int HBOBoardParser::portPropPlace(const char* attr) {
+    // A handful of known names, told apart mostly by their first byte: no hashing.
+    const std::vector<std::string>& names = HBOPinProps::getPortPropNames();
+    for (std::size_t p = 0; p < names.size(); ++p)
+        if (names[p][0] == attr[0] && names[p] == attr)
+            return static_cast<int>(p);
+    return -1;
 }
 
 void HBOBoardParser::keepLastPinOfEachName(PinList& pins) {
